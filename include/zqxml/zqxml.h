@@ -1,0 +1,15 @@
+/**
+ * @file
+ * All of the library's plain interface.
+ */
+#ifndef ZQXML_ZQXML_H
+#define ZQXML_ZQXML_H
+
+#include "zqxml/free.h"
+#include "zqxml/messages.h"
+#include "zqxml/multibyte.h"
+#include "zqxml/os.h"
+#include "zqxml/records.h"
+#include "zqxml/status.h"
+
+#endif
