@@ -6,9 +6,11 @@
 #define ZQXML_ZQXML_H
 
 #include "zqxml/free.h"
+#include "zqxml/limits.h"
 #include "zqxml/messages.h"
 #include "zqxml/multibyte.h"
 #include "zqxml/os.h"
+#include "zqxml/parser.h"
 #include "zqxml/records.h"
 #include "zqxml/status.h"
 

@@ -64,9 +64,9 @@ TEST(FailingAllocations, CoversTextsAndNew) {
 
 TEST(FailingAllocations, CountsLiveBlocks) {
   const long before = fault::liveBlocks();
-  void* block = malloc(1);
-  block = realloc(block, 100);
-  char* text = strndup("abc", 2);
+  void* block = used(malloc(1));
+  block = used(realloc(block, 100));
+  void* text = used(strndup("abc", 2));
   const long during = fault::liveBlocks();
   free(block);
   free(text);

@@ -1,0 +1,135 @@
+#include "document.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <ctime>
+#include <iostream>
+#include <sstream>
+
+#include "commands.h"
+#include "output.h"
+
+namespace {
+
+constexpr char kStandardInput[] = "/dev/stdin";
+
+const char* severityName(uint32_t messageType) {
+  switch (messageType) {
+    case 0:
+      return "note";
+    case 1:
+      return "warning";
+    default:
+      return "error";
+  }
+}
+
+std::string orEmpty(const char* text) { return text != nullptr ? text : ""; }
+
+// The detail of a record without the place, which stands ahead of the message already.
+std::string withoutPlace(std::string detail, uint64_t line, uint64_t column) {
+  std::ostringstream place;
+  place << "line: " << line << ", column " << column;
+  const std::string suffix = place.str();
+  if (detail.size() >= suffix.size() &&
+      detail.compare(detail.size() - suffix.size(), suffix.size(), suffix) == 0) {
+    detail.resize(detail.size() - suffix.size());
+    if (detail.size() >= 2 && detail.compare(detail.size() - 2, 2, ", ") == 0) {
+      detail.resize(detail.size() - 2);
+    }
+  }
+  return detail;
+}
+
+double now() {
+  timespec time;
+  clock_gettime(CLOCK_MONOTONIC, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+void printRecord(const std::string& place, const ZQStatusStruct& record, std::string detail) {
+  const std::string text = orEmpty(record.messageText);
+  std::cerr << place << ": " << severityName(record.messageType) << ": " << text;
+  if (!detail.empty()) {
+    std::cerr << (text.empty() ? "" : ": ") << detail;
+  }
+  std::cerr << " [" << record.messageNum << "]\n";
+}
+
+}  // namespace
+
+Document::Document(std::string fileName)
+    : path(fileName == "-" ? kStandardInput : fileName),
+      shownName(fileName == "-" ? "<stdin>" : fileName) {}
+
+bool Document::isReadable() const {
+  if (path.find(':') != std::string::npos && access(path.c_str(), F_OK) != 0) {
+    return true;  // An address: the library says what it thinks of it.
+  }
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) {
+    reportFileFault(shownName, errno);
+    return false;
+  }
+  struct stat information;
+  const bool isFolder = fstat(descriptor, &information) == 0 && S_ISDIR(information.st_mode);
+  close(descriptor);
+  if (isFolder) {
+    reportFileFault(shownName, EISDIR);
+  }
+  return !isFolder;
+}
+
+ZQXMLInputDoc Document::input() { return {ZQXML_INPUT_FILE, path.data()}; }
+
+int Parser::create() {
+  StatusList status;
+  if (CreateXMLParserHandle(&parser, &status) == 0) {
+    return kDone;
+  }
+  for (uint32_t i = 0; i < status->numItems; ++i) {
+    printRecord("zqxml", status->items[i], orEmpty(status->items[i].appendedText));
+  }
+  return kDocumentFault;
+}
+
+void Parser::reportFaults(const Document& document, const StatusList& status) const {
+  uint64_t line = 0;
+  uint64_t column = 0;
+  GetXMLParserPosition(&parser, &line, &column);
+  for (uint32_t i = 0; i < status->numItems; ++i) {
+    // The place is that of the message that came last. A parse ends with its first error, so that is the first record.
+    const bool hasPlace = i == 0 && line > 0;
+    std::string place = document.name();
+    std::string detail = orEmpty(status->items[i].appendedText);
+    if (hasPlace) {
+      place += ":" + std::to_string(line) + ":" + std::to_string(column);
+      detail = withoutPlace(detail, line, column);
+    }
+    printRecord(place, status->items[i], detail);
+  }
+  if (status->numItems == 0) {
+    std::cerr << document.name() << ": error: Out of memory [300]\n";
+  }
+}
+
+Progress::Progress(size_t documentCount)
+    : count(documentCount), started(now()), onTerminal(isatty(STDERR_FILENO) == 1) {}
+
+Progress::~Progress() {
+  if (shown) {
+    std::cerr << "\r\033[K";
+  }
+}
+
+void Progress::next() {
+  constexpr double kSilence = 2.0;
+  if (onTerminal && now() - started > kSilence) {
+    std::cerr << "\r\033[Kzqxml: " << done << " of " << count << " documents" << std::flush;
+    shown = true;
+  }
+  ++done;
+}

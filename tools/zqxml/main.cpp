@@ -1,0 +1,43 @@
+// The command line tool.
+
+#include <zqxml/zqxml.h>
+
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+
+#include "commands.h"
+
+namespace {
+
+int run(int argc, char** argv) {
+  CLI::App app("Reads and writes the definition documents of workflow applications.", "zqxml");
+  app.require_subcommand(1);
+  app.option_defaults()->ignore_case(false);
+  app.set_version_flag("--version", [] { return std::string("zqxml ") + GetZQXMLVersion(); });
+  app.footer(
+      "Data go to standard output, all else to standard error. Exit codes: 0 done; 1 done and the "
+      "answer is no;\n2 the document can't be read or written; 3 usage; 4 file or stream.");
+  int exitCode = kDone;
+  addList(app, exitCode);
+  addMessage(app, exitCode);
+  addVersion(app, exitCode);
+  ZQOpenSharedCatalog();
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kDone : kUsageFault;
+  }
+  return exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    std::cerr << "zqxml: " << error.what() << "\n";
+    return kFileFault;
+  }
+}

@@ -1,0 +1,241 @@
+#include "xml/ZQXMLText.h"
+
+#include <langinfo.h>
+
+#include <cstring>
+#include <memory>
+#include <new>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/TransService.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+#include "text/mbutil_state.h"
+#include "xml/ZQXMLException.h"
+#include "zqxml/codeset.h"
+#include "zqxml/messages.h"
+#include "zqxml/multibyte.h"
+
+namespace {
+
+constexpr size_t kMaxCharsetName = 64;
+constexpr char kUtf8[] = "UTF-8";
+constexpr char16_t kReplacement = 0xFFFD;
+
+// The code set that texts of the process are in at this moment.
+void nameLocalCodeSet(char (&name)[kMaxCharsetName]) {
+  if (MBUTIL_Initialized == 0) {
+    InitMbutil();
+  }
+  name[0] = '\0';
+  if (codeSetChosenByHost && nativeCodeSet != 0) {
+    SetCharset(name, nativeCodeSet);
+  }
+  if (name[0] == '\0') {
+    strncpy(name, nl_langinfo(CODESET), kMaxCharsetName - 1);
+    name[kMaxCharsetName - 1] = '\0';
+  }
+  if (strcmp(name, "ANSI_X3.4-1968") == 0 || strcasecmp(name, kUtf8) == 0) {
+    strcpy(name, kUtf8);
+  }
+}
+
+// The transcoder of the calling thread for the local code page; null means UTF-8. It is made anew when the code page
+// has changed. A code set that the parser does not know is taken as UTF-8.
+xercesc::XMLTranscoder* localTranscoder() {
+  struct State {
+    char name[kMaxCharsetName] = "UTF-8";
+    std::unique_ptr<xercesc::XMLTranscoder> transcoder;
+  };
+  static thread_local State state;
+  char name[kMaxCharsetName];
+  nameLocalCodeSet(name);
+  if (strcmp(name, state.name) != 0) {
+    state.transcoder.reset();
+    if (strcmp(name, kUtf8) != 0) {
+      constexpr XMLSize_t kBlockSize = 4096;
+      xercesc::XMLTransService::Codes result;
+      state.transcoder.reset(
+          xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(name, result, kBlockSize));
+    }
+    memcpy(state.name, name, sizeof name);
+  }
+  return state.transcoder.get();
+}
+
+bool isHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool isLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+// Encodes UTF-16 as UTF-8 (RFC 3629, RFC 2781) and returns the number of bytes. `target` has three bytes per unit.
+size_t encodeUtf8(const XMLCh* text, size_t length, char* target) {
+  auto* out = reinterpret_cast<unsigned char*>(target);
+  const auto put = [&out](uint32_t byte) { *out++ = static_cast<unsigned char>(byte); };
+  for (size_t i = 0; i < length; ++i) {
+    uint32_t code = text[i];
+    if (code < 0x80) {
+      put(code);
+      continue;
+    }
+    if (code < 0x800) {
+      put(0xC0 | code >> 6);
+      put(0x80 | (code & 0x3F));
+      continue;
+    }
+    if (isHighSurrogate(text[i]) && i + 1 < length && isLowSurrogate(text[i + 1])) {
+      code = 0x10000 + ((code - 0xD800) << 10) + (text[++i] - 0xDC00U);
+      put(0xF0 | code >> 18);
+      put(0x80 | (code >> 12 & 0x3F));
+    } else {
+      if (isHighSurrogate(text[i]) || isLowSurrogate(text[i])) {
+        code = kReplacement;
+      }
+      put(0xE0 | code >> 12);
+    }
+    put(0x80 | (code >> 6 & 0x3F));
+    put(0x80 | (code & 0x3F));
+  }
+  return static_cast<size_t>(reinterpret_cast<char*>(out) - target);
+}
+
+// Narrows ASCII and returns whether all of it was. Without a branch in the loop the compiler makes vectors of it.
+bool narrowAscii(const XMLCh* text, size_t length, char* target) {
+  unsigned seen = 0;
+  for (size_t i = 0; i < length; ++i) {
+    seen |= text[i];
+    target[i] = static_cast<char>(text[i]);
+  }
+  return seen < 0x80;
+}
+
+// Transcodes all of the text and returns the number of bytes. `target` has `kMaxBytesPerUnit` bytes per unit.
+constexpr size_t kMaxBytesPerUnit = 4;
+
+size_t encode(const XMLCh* text, size_t length, char* target) {
+  xercesc::XMLTranscoder* transcoder = localTranscoder();
+  if (transcoder == nullptr) {
+    return encodeUtf8(text, length, target);
+  }
+  size_t written = 0;
+  const size_t capacity = length * kMaxBytesPerUnit;
+  while (length > 0) {
+    XMLSize_t eaten = 0;
+    const XMLSize_t bytes = transcoder->transcodeTo(
+        text, length, reinterpret_cast<XMLByte*>(target) + written, capacity - written, eaten,
+        xercesc::XMLTranscoder::UnRep_RepChar);
+    written += bytes;
+    if (eaten == 0) {
+      break;
+    }
+    text += eaten;
+    length -= eaten;
+  }
+  return written;
+}
+
+// Decodes UTF-8 (RFC 3629). Each byte that is no part of a character becomes U+FFFD.
+std::u16string decodeUtf8(const char* text) {
+  std::u16string result;
+  const auto* in = reinterpret_cast<const unsigned char*>(text);
+  const auto isTrail = [](unsigned char byte) { return (byte & 0xC0) == 0x80; };
+  while (*in != 0) {
+    const unsigned lead = *in;
+    const int trails = lead < 0x80 ? 0 : lead < 0xC2 ? -1 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : lead < 0xF5 ? 3 : -1;
+    uint32_t code = trails <= 0 ? lead : lead & (0x3FU >> trails);
+    int read = 1;
+    while (read <= trails && isTrail(in[read])) {
+      code = code << 6 | (in[read++] & 0x3FU);
+    }
+    constexpr uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
+    const bool whole = trails >= 0 && read == trails + 1 && code >= kSmallest[trails] &&
+                       code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+    if (!whole) {
+      result += kReplacement;
+      ++in;
+      continue;
+    }
+    in += read;
+    if (code < 0x10000) {
+      result += static_cast<char16_t>(code);
+    } else {
+      result += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
+      result += static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+    }
+  }
+  return result;
+}
+
+bool isAscii(const char* text) {
+  unsigned seen = 0;
+  for (; *text != '\0'; ++text) {
+    seen |= static_cast<unsigned char>(*text);
+  }
+  return seen < 0x80;
+}
+
+std::u16string decode(xercesc::XMLTranscoder& transcoder, const char* text) {
+  std::u16string result;
+  size_t left = strlen(text);
+  while (left > 0) {
+    XMLCh units[256];
+    unsigned char sizes[256];
+    XMLSize_t eaten = 0;
+    const XMLSize_t count = transcoder.transcodeFrom(reinterpret_cast<const XMLByte*>(text), left,
+                                                     units, 256, eaten, sizes);
+    result.append(units, count);
+    if (eaten == 0) {
+      break;
+    }
+    text += eaten;
+    left -= eaten;
+  }
+  return result;
+}
+
+}  // namespace
+
+void ZQXMLToLocal(const XMLCh* text, size_t length, std::string& target) {
+  target.resize(length);
+  if (narrowAscii(text, length, target.data())) {
+    return;
+  }
+  target.resize(length * kMaxBytesPerUnit);
+  target.resize(encode(text, length, target.data()));
+}
+
+std::string ZQXMLToLocal(const XMLCh* text) {
+  std::string result;
+  if (text != nullptr) {
+    ZQXMLToLocal(text, xercesc::XMLString::stringLen(text), result);
+  }
+  return result;
+}
+
+std::u16string ZQXMLFromLocal(const char* text) {
+  if (text == nullptr) {
+    return {};
+  }
+  if (isAscii(text)) {
+    return std::u16string(text, text + strlen(text));
+  }
+  xercesc::XMLTranscoder* transcoder = localTranscoder();
+  if (transcoder != nullptr) {
+    return decode(*transcoder, text);
+  }
+  return decodeUtf8(text);
+}
+
+ZQXMLShortText::ZQXMLShortText(const XMLCh* text) noexcept {
+  if (text == nullptr) {
+    return;
+  }
+  size_t length = 0;
+  while (length < kMaxUnits && text[length] != 0) {
+    ++length;
+  }
+  try {
+    if (!narrowAscii(text, length, bytes)) {
+      bytes[encode(text, length, bytes)] = '\0';
+    }
+  } catch (...) {
+    bytes[0] = '\0';
+  }
+}
