@@ -1,7 +1,7 @@
 // Status lists and the message catalog: where every failure of the library ends up.
 //
-// The array of a list is replaced by a longer one for each record. Lists are short, and the old array stays whole
-// until the new one is complete, so that a failed allocation loses nothing.
+// The array of a list is replaced by a longer one for each record. Lists are short, and the old
+// array stays whole until the new one is complete, so that a failed allocation loses nothing.
 
 #include <nl_types.h>
 
@@ -42,7 +42,9 @@ ZQStatusStruct* newStatusArray(size_t count) {
 }
 
 // A heap copy of at most kMaxTextLength bytes. The cut may go through a character.
-char* copyCutText(const char* text) { return strndup(text, kMaxTextLength); }
+char* copyCutText(const char* text) {
+  return strndup(text, kMaxTextLength);
+}
 
 void copyCatalogText(char* target, const char* text) {
   mbstrncpy(target, text, static_cast<int>(kMaxTextLength));
@@ -189,7 +191,9 @@ void MergeZQStatusLists(ZQStatusList* first, ZQStatusList* second, ZQStatusList*
   result->items = items;
 }
 
-char* ZQGetMessage(void) { return nullptr; }
+char* ZQGetMessage(void) {
+  return nullptr;
+}
 
 unsigned CopyZQStatusStruct(ZQStatusStruct* dest, const ZQStatusStruct* source) {
   if (dest == nullptr || source == nullptr) {

@@ -29,4 +29,6 @@ void FreeZQUnsignedIntList(ZQUnsignedIntList* list, ZQBoolean freeStruct) {
   freePlainList(list, freeStruct);
 }
 
-void FreeZQNameList(ZQNameList* list, ZQBoolean freeStruct) { freePlainList(list, freeStruct); }
+void FreeZQNameList(ZQNameList* list, ZQBoolean freeStruct) {
+  freePlainList(list, freeStruct);
+}

@@ -38,7 +38,8 @@ int reportCurrentException(ZQStatusList* status, int xmlNumber) {
 
 int reportDOMException(ZQStatusList* status, const xercesc::DOMException& exception) {
   const ZQXMLShortText message(exception.getMessage());
-  char text[ZQ_MESSAGE_TEXT_SIZE];
+  // Room for all that there is: the cut belongs to the status list.
+  char text[sizeof(ZQXMLShortText) + 64];
   snprintf(text, sizeof text, "DOMCode: %s; %s", GetDOMExceptionErrorText(exception.code),
            message.get());
   return addError(status, ZQ_MESSAGE_XML_PARSER, text);

@@ -42,4 +42,6 @@ int ensureXMLPlatform(ZQStatusList* status) {
   return result;
 }
 
-int InitXMLParser(ZQStatusList* status) { return ensureXMLPlatform(status); }
+int InitXMLParser(ZQStatusList* status) {
+  return ensureXMLPlatform(status);
+}

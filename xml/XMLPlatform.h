@@ -4,7 +4,8 @@
 
 #include "zqxml/records.h"
 
-// Every entry that uses the XML parser begins with this. Returns 0, or the severity of the record that was added.
+// Every entry that uses the XML parser begins with this. Returns 0, or the severity of the record
+// that was added.
 int ensureXMLPlatform(ZQStatusList* status);
 
 #endif

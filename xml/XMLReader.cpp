@@ -22,7 +22,8 @@ namespace {
 
 std::atomic<unsigned> entityExpansionLimit{ZQXML_DEFAULT_ENTITY_EXPANSION_LIMIT};
 
-// A file by its path as the file system knows it; the parser's own source would take the path for UTF-8.
+// A file by its path as the file system knows it; the parser's own source would take the path for
+// UTF-8.
 class FileSource : public xercesc::InputSource {
  public:
   explicit FileSource(std::string name) : path(std::move(name)) {
@@ -39,8 +40,12 @@ class FileSource : public xercesc::InputSource {
   std::string path;
 };
 
-bool isAlpha(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isAlpha(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
   return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
@@ -66,7 +71,8 @@ int hexDigit(char c) {
   return -1;
 }
 
-// Undoes percent-encoding (RFC 3986, 2.1); what is none stays as it is. A path holds no NUL, so %00 stays too.
+// Undoes percent-encoding (RFC 3986, 2.1); what is none stays as it is. A path holds no NUL, so %00
+// stays too.
 std::string percentDecoded(std::string_view text) {
   std::string result;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -114,9 +120,13 @@ std::string pathOf(const char* name) {
 
 }  // namespace
 
-void SetXMLEntityExpansionLimit(unsigned limit) { entityExpansionLimit = limit; }
+void SetXMLEntityExpansionLimit(unsigned limit) {
+  entityExpansionLimit = limit;
+}
 
-unsigned GetXMLEntityExpansionLimit(void) { return entityExpansionLimit; }
+unsigned GetXMLEntityExpansionLimit(void) {
+  return entityExpansionLimit;
+}
 
 std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(xercesc::SecurityManager& security) {
   using xercesc::XMLUni;
@@ -137,8 +147,8 @@ std::unique_ptr<xercesc::InputSource> openDocument(const ZQXMLInputDoc& document
   if (document.docType != ZQXML_INPUT_MEMORY) {
     return std::make_unique<FileSource>(pathOf(text));
   }
-  auto source = std::make_unique<xercesc::MemBufInputSource>(
-      reinterpret_cast<const XMLByte*>(text), strlen(text), "", false);
+  auto source = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte*>(text),
+                                                             strlen(text), "", false);
   source->setCopyBufToStream(false);
   return source;
 }

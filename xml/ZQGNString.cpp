@@ -48,7 +48,9 @@ void ZQGNString::Empty() {
   currentBuffer = 0;
 }
 
-bool ZQGNString::IsEmpty() const { return dataBuffers == nullptr || dataBuffers[0].length == 0; }
+bool ZQGNString::IsEmpty() const {
+  return dataBuffers == nullptr || dataBuffers[0].length == 0;
+}
 
 int ZQGNString::GetLength() const {
   int length = 0;

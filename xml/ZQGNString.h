@@ -1,9 +1,9 @@
-// Growable text, kept as a list of blocks so that an append never moves what is there. It serves documents of many
-// megabytes as well as the small accumulators of the handlers, which are emptied and filled again all the time and
-// reach a state in which neither allocates.
+// Growable text, kept as a list of blocks so that an append never moves what is there. It serves
+// documents of many megabytes as well as the small accumulators of the handlers, which are emptied
+// and filled again all the time and reach a state in which neither allocates.
 //
-// The text is the concatenation of the blocks up to the first empty one; each block's text is zero-terminated.
-// Out of memory is ZQXMLException 300.
+// The text is the concatenation of the blocks up to the first empty one; each block's text is
+// zero-terminated. Out of memory is ZQXMLException 300.
 #ifndef ZQXML_XML_ZQGNSTRING_H
 #define ZQXML_XML_ZQGNSTRING_H
 
@@ -32,8 +32,8 @@ class ZQGNString {
   // The whole text in one piece, owned by this object and good until its next change.
   operator char*();
 
-  // Hands the whole text to the caller, who frees it, and leaves this object empty. A text that has never been written
-  // to gives null. The result is always 0.
+  // Hands the whole text to the caller, who frees it, and leaves this object empty. A text that has
+  // never been written to gives null. The result is always 0.
   int DetachStrReference(char** text);
 
  private:

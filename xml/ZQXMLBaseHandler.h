@@ -1,5 +1,6 @@
-// The base of all element handlers. A handler knows one element and its children, writes straight into the record that
-// its parent named by the handler's own Init, and hands a child element over to another handler by pushing that.
+// The base of all element handlers. A handler knows one element and its children, writes straight
+// into the record that its parent named by the handler's own Init, and hands a child element over
+// to another handler by pushing that.
 //
 // All handlers of a parser exist from its construction on and are used again for each document.
 #ifndef ZQXML_XML_ZQXMLBASEHANDLER_H
@@ -28,14 +29,15 @@ class ZQXMLBaseHandler {
   // An element begins: called before StartElement, to initialise and push the handler of a child.
   virtual void PreProcess(int tag) = 0;
 
-  // An element has ended: called after EndElement, for the handler to pop itself at the end of its own.
+  // An element has ended: called after EndElement, for the handler to pop itself at the end of its
+  // own.
   virtual void PostProcess(int tag) = 0;
 
   virtual void StartElement(int tag, const xercesc::Attributes& attributes) = 0;
   virtual void EndElement(int tag) = 0;
 
-  // Text in the local code page, zero-terminated; one text may come in several pieces. `length` is the number of 16-bit
-  // units that the parser delivered.
+  // Text in the local code page, zero-terminated; one text may come in several pieces. `length` is
+  // the number of 16-bit units that the parser delivered.
   virtual void Characters(const char* text, unsigned length) = 0;
 
   // Whether text that comes now is ignored: no simple element is open.

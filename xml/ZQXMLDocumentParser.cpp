@@ -52,8 +52,8 @@ void ZQXMLDocumentParser::endParsing() {
   parseMode = kNoMode;
 }
 
-// Runs what an event does. The name is there for messages as long as that takes, and the place of a failure is kept,
-// since the parser's own locator does not outlive the parse.
+// Runs what an event does. The name is there for messages as long as that takes, and the place of a
+// failure is kept, since the parser's own locator does not outlive the parse.
 template <typename Event>
 void ZQXMLDocumentParser::dispatch(const XMLCh* name, Event event) {
   elementName = name;
@@ -69,7 +69,8 @@ void ZQXMLDocumentParser::dispatch(const XMLCh* name, Event event) {
   elementName = nullptr;
 }
 
-// Throws ZQXMLException 8944 if there is no handler left, which a second "root" inside "root" brings about.
+// Throws ZQXMLException 8944 if there is no handler left, which a second "root" inside "root"
+// brings about.
 ZQXMLBaseHandler* ZQXMLDocumentParser::topHandler() const {
   ZQXMLBaseHandler* handler = handlerStack.GetStackTop();
   if (handler == nullptr) {
@@ -89,7 +90,9 @@ void ZQXMLDocumentParser::startDocument() {
   });
 }
 
-void ZQXMLDocumentParser::endDocument() { endParsing(); }
+void ZQXMLDocumentParser::endDocument() {
+  endParsing();
+}
 
 void ZQXMLDocumentParser::startElement(const XMLCh*, const XMLCh*, const XMLCh* qualifiedName,
                                        const xercesc::Attributes& attributes) {
@@ -121,7 +124,8 @@ void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {
     }
     const OwnedText converted = ConvertSpecialControlChars(text, length);
     ZQXMLToLocal(converted != nullptr ? converted.get() : text, length, localText);
-    // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a character.
+    // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a
+    // character.
     localText.resize(std::min(localText.size(), 2 * length));
     handler->Characters(localText.c_str(), static_cast<unsigned>(length));
   });
@@ -159,7 +163,7 @@ void ZQXMLDocumentParser::report(unsigned severity, const xercesc::SAXParseExcep
 }
 
 ZQXMLDocumentParser::OwnedText ZQXMLDocumentParser::ConvertSpecialControlChars(const XMLCh* text,
-                                                                              XMLSize_t length) {
+                                                                               XMLSize_t length) {
   if (std::none_of(text, text + length, isEscapedControl)) {
     return nullptr;
   }

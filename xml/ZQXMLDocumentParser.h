@@ -1,9 +1,10 @@
-// The receiver of the SAX events of a definition document. It turns each event into calls on the handler at the top of
-// its stack, and owns all handlers.
+// The receiver of the SAX events of a definition document. It turns each event into calls on the
+// handler at the top of its stack, and owns all handlers.
 //
-// One element flows through these calls: PreProcess on the top handler, which may push a child's handler; StartElement on
-// the handler that is on top then; Characters any number of times; EndElement; and PostProcess, in which a handler pops
-// itself at the end of its own element. So a parent sees of an element that it gave to a child nothing but PreProcess.
+// One element flows through these calls: PreProcess on the top handler, which may push a child's
+// handler; StartElement on the handler that is on top then; Characters any number of times;
+// EndElement; and PostProcess, in which a handler pops itself at the end of its own element. So a
+// parent sees of an element that it gave to a child nothing but PreProcess.
 #ifndef ZQXML_XML_ZQXMLDOCUMENTPARSER_H
 #define ZQXML_XML_ZQXMLDOCUMENTPARSER_H
 
@@ -28,15 +29,17 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   ZQXMLDocumentParser(const ZQXMLDocumentParser&) = delete;
   ZQXMLDocumentParser& operator=(const ZQXMLDocumentParser&) = delete;
 
-  // Sets up the next parse, which lists the names of objects; it empties the lists. `status` receives what the XML
-  // parser reports and may be null.
+  // Sets up the next parse, which lists the names of objects; it empties the lists. `status`
+  // receives what the XML parser reports and may be null.
   void InitObjectNameParsing(ZQUnsignedIntList* objectTypes, ZQNameList* objectNames,
                              ZQUnsignedIntList* subTypes, ZQStatusList* status);
 
-  // Forgets the mode and the status list, as the end of a document does; called on every way out of a parse.
+  // Forgets the mode and the status list, as the end of a document does; called on every way out of
+  // a parse.
   void endParsing();
 
-  // The severity 3 if a report of the XML parser could not be recorded since the last set-up, otherwise 0.
+  // The severity 3 if a report of the XML parser could not be recorded since the last set-up,
+  // otherwise 0.
   int lostSeverity() const { return lost; }
 
   // Where the last message of the last parse arose; 0 and 0 if there was none or it had no place.
@@ -63,9 +66,9 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   };
   using OwnedText = std::unique_ptr<XMLCh[], FreeText>;
 
-  // Undoes the writer's escape of control characters: a copy of the text in which U+F8E0 to U+F8FE are the characters
-  // 0x01 to 0x1F, or null if there is none of them. U+F8E8, U+F8E9 and U+F8EC stay, since tab, line feed and carriage
-  // return are never escaped. Throws ZQXMLException 300.
+  // Undoes the writer's escape of control characters: a copy of the text in which U+F8E0 to U+F8FE
+  // are the characters 0x01 to 0x1F, or null if there is none of them. U+F8E8, U+F8E9 and U+F8EC
+  // stay, since tab, line feed and carriage return are never escaped. Throws ZQXMLException 300.
   static OwnedText ConvertSpecialControlChars(const XMLCh* text, XMLSize_t length);
 
  private:

@@ -1,13 +1,19 @@
 #include "xml/ZQXMLException.h"
 
+#include <cstdarg>
 #include <cstdio>
 
 #include "xml/ZQXMLText.h"
 
 namespace {
 
-// The formatter gets one byte less than there is: a text has at most 254 bytes.
-constexpr size_t kFormatLimit = 255;
+// The formatter gets one byte less than there is, so a text is cut at 254 bytes.
+[[gnu::format(printf, 2, 3)]] void formatCut(char (&target)[256], const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  vsnprintf(target, sizeof target - 1, format, arguments);
+  va_end(arguments);
+}
 
 bool isThere(const xercesc::Locator* const* locator) {
   return locator != nullptr && *locator != nullptr;
@@ -21,7 +27,9 @@ int columnOf(const xercesc::Locator* const* locator) {
   return static_cast<int>((*locator)->getColumnNumber());
 }
 
-const char* orEmpty(const char* text) { return text != nullptr ? text : ""; }
+const char* orEmpty(const char* text) {
+  return text != nullptr ? text : "";
+}
 
 }  // namespace
 
@@ -30,7 +38,7 @@ ZQXMLException::ZQXMLException(int number) : errorNumber(number) {}
 ZQXMLException::ZQXMLException(int number, const xercesc::Locator* const* locator)
     : errorNumber(number) {
   if (isThere(locator)) {
-    snprintf(errorMsg, kFormatLimit, "line: %d, column %d", lineOf(locator), columnOf(locator));
+    formatCut(errorMsg, "line: %d, column %d", lineOf(locator), columnOf(locator));
   }
 }
 
@@ -47,17 +55,16 @@ ZQXMLException::ZQXMLException(int number, const char* text, const xercesc::Loca
 }
 
 ZQXMLException::ZQXMLException(int number, const char* text) : errorNumber(number) {
-  snprintf(errorMsg, kFormatLimit, "%s", orEmpty(text));
+  formatCut(errorMsg, "%s", orEmpty(text));
 }
 
 ZQXMLException::ZQXMLException(int number, const XMLCh* domText) : errorNumber(number) {
   const ZQXMLShortText text(domText);
-  snprintf(errorMsg, kFormatLimit, "<%s>", text.get());
+  formatCut(errorMsg, "<%s>", text.get());
 }
 
 void ZQXMLException::format(const char* text, const xercesc::Locator* const* locator) {
   if (isThere(locator)) {
-    snprintf(errorMsg, kFormatLimit, "%s, line: %d, column %d", text, lineOf(locator),
-             columnOf(locator));
+    formatCut(errorMsg, "%s, line: %d, column %d", text, lineOf(locator), columnOf(locator));
   }
 }

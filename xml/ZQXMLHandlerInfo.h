@@ -1,5 +1,5 @@
-// What all handlers of a document parser share. The targets change with every document and every event, which is why
-// there is one more pointer to each.
+// What all handlers of a document parser share. The targets change with every document and every
+// event, which is why there is one more pointer to each.
 #ifndef ZQXML_XML_ZQXMLHANDLERINFO_H
 #define ZQXML_XML_ZQXMLHANDLERINFO_H
 

@@ -11,8 +11,10 @@ class ZQXMLHandlerUtils {
   using ENUM_VALUE_TYPE = ::ENUM_VALUE_TYPE;
   using enum ::ENUM_VALUE_TYPE;
 
-  // The number of a word in a table. Throws ZQXMLException 8943 with the place if the text is none of its words.
-  static unsigned GetEnumValue(ENUM_VALUE_TYPE type, const char* text, const xercesc::Locator* const* locator);
+  // The number of a word in a table. Throws ZQXMLException 8943 with the place if the text is none
+  // of its words.
+  static unsigned GetEnumValue(ENUM_VALUE_TYPE type, const char* text,
+                               const xercesc::Locator* const* locator);
 };
 
 #endif

@@ -25,7 +25,8 @@ struct TagTexts {
   const XMLCh* xml = nullptr;
 };
 
-// By id. An id that is out of range or given twice leaves another one without text, which the assertion finds.
+// By id. An id that is out of range or given twice leaves another one without text, which the
+// assertion finds.
 constexpr auto kTextsById = [] {
   std::array<TagTexts, kTagCount + 1> texts{};
 #define TAG(id, symbol, text) texts[id] = {text, u##text};
@@ -46,7 +47,9 @@ static_assert([] {
 
 constexpr XMLCh kNoText[] = u"";
 
-bool isTag(int id) { return id >= 1 && id <= kTagCount; }
+bool isTag(int id) {
+  return id >= 1 && id <= kTagCount;
+}
 
 }  // namespace
 
@@ -69,7 +72,9 @@ ZQXMLTagHash::ZQXMLTagHash() {
   }
 }
 
-ZQXMLTagHash::~ZQXMLTagHash() { clear(); }
+ZQXMLTagHash::~ZQXMLTagHash() {
+  clear();
+}
 
 void ZQXMLTagHash::clear() {
   for (ChainNode*& head : buckets) {
@@ -133,7 +138,9 @@ int ZQXMLTagHash::Get(const XMLCh* text) const {
   return tag_unknown;
 }
 
-void ZQXMLTagHash::Initialize() { Initialize(kEntries); }
+void ZQXMLTagHash::Initialize() {
+  Initialize(kEntries);
+}
 
 void ZQXMLTagHash::Initialize(const Entry* entries) {
   const Entry* entry = entries;

@@ -1,5 +1,5 @@
-// The vocabulary of the definition format as a hash table: every element, attribute and enumeration word has a small id,
-// so that handlers switch on integers.
+// The vocabulary of the definition format as a hash table: every element, attribute and enumeration
+// word has a small id, so that handlers switch on integers.
 #ifndef ZQXML_XML_ZQXMLTAGHASH_H
 #define ZQXML_XML_ZQXMLTAGHASH_H
 
@@ -27,7 +27,8 @@ const XMLCh* tagXMLText(int id);
 
 class ZQXMLTagHash {
  public:
-  // A row of the list that the table is filled from; the end marker has a null text and an id with all bits set.
+  // A row of the list that the table is filled from; the end marker has a null text and an id with
+  // all bits set.
   struct Entry {
     const char* tag;
     uint32_t id;
@@ -45,11 +46,13 @@ class ZQXMLTagHash {
   // Adds an entry at the head of its bucket; the text is not copied. Throws ZQXMLException 300.
   void Insert(const char* text, int id);
 
-  // The id of a text, or tag_unknown, also for null. It is the same for a name as the XML parser delivers it.
+  // The id of a text, or tag_unknown, also for null. It is the same for a name as the XML parser
+  // delivers it.
   int Get(const char* text) const;
   int Get(const XMLCh* text) const;
 
-  // Adds the entries up to the end marker. Throws ZQXMLException 8938 if the list does not end with exactly that.
+  // Adds the entries up to the end marker. Throws ZQXMLException 8938 if the list does not end with
+  // exactly that.
   void Initialize();
   void Initialize(const Entry* entries);
 

@@ -39,8 +39,8 @@ void nameLocalCodeSet(char (&name)[kMaxCharsetName]) {
   }
 }
 
-// The transcoder of the calling thread for the local code page; null means UTF-8. It is made anew when the code page
-// has changed. A code set that the parser does not know is taken as UTF-8.
+// The transcoder of the calling thread for the local code page; null means UTF-8. It is made anew
+// when the code page has changed. A code set that the parser does not know is taken as UTF-8.
 xercesc::XMLTranscoder* localTranscoder() {
   struct State {
     char name[kMaxCharsetName] = "UTF-8";
@@ -54,18 +54,23 @@ xercesc::XMLTranscoder* localTranscoder() {
     if (strcmp(name, kUtf8) != 0) {
       constexpr XMLSize_t kBlockSize = 4096;
       xercesc::XMLTransService::Codes result;
-      state.transcoder.reset(
-          xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(name, result, kBlockSize));
+      state.transcoder.reset(xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(
+          name, result, kBlockSize));
     }
     memcpy(state.name, name, sizeof name);
   }
   return state.transcoder.get();
 }
 
-bool isHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool isLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+bool isHighSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool isLowSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
-// Encodes UTF-16 as UTF-8 (RFC 3629, RFC 2781) and returns the number of bytes. `target` has three bytes per unit.
+// Encodes UTF-16 as UTF-8 (RFC 3629, RFC 2781) and returns the number of bytes. `target` has three
+// bytes per unit.
 size_t encodeUtf8(const XMLCh* text, size_t length, char* target) {
   auto* out = reinterpret_cast<unsigned char*>(target);
   const auto put = [&out](uint32_t byte) { *out++ = static_cast<unsigned char>(byte); };
@@ -96,7 +101,8 @@ size_t encodeUtf8(const XMLCh* text, size_t length, char* target) {
   return static_cast<size_t>(reinterpret_cast<char*>(out) - target);
 }
 
-// Narrows ASCII and returns whether all of it was. Without a branch in the loop the compiler makes vectors of it.
+// Narrows ASCII and returns whether all of it was. Without a branch in the loop the compiler makes
+// vectors of it.
 bool narrowAscii(const XMLCh* text, size_t length, char* target) {
   unsigned seen = 0;
   for (size_t i = 0; i < length; ++i) {
@@ -106,7 +112,8 @@ bool narrowAscii(const XMLCh* text, size_t length, char* target) {
   return seen < 0x80;
 }
 
-// Transcodes all of the text and returns the number of bytes. `target` has `kMaxBytesPerUnit` bytes per unit.
+// Transcodes all of the text and returns the number of bytes. `target` has `kMaxBytesPerUnit` bytes
+// per unit.
 constexpr size_t kMaxBytesPerUnit = 4;
 
 size_t encode(const XMLCh* text, size_t length, char* target) {
@@ -118,9 +125,9 @@ size_t encode(const XMLCh* text, size_t length, char* target) {
   const size_t capacity = length * kMaxBytesPerUnit;
   while (length > 0) {
     XMLSize_t eaten = 0;
-    const XMLSize_t bytes = transcoder->transcodeTo(
-        text, length, reinterpret_cast<XMLByte*>(target) + written, capacity - written, eaten,
-        xercesc::XMLTranscoder::UnRep_RepChar);
+    const XMLSize_t bytes =
+        transcoder->transcodeTo(text, length, reinterpret_cast<XMLByte*>(target) + written,
+                                capacity - written, eaten, xercesc::XMLTranscoder::UnRep_RepChar);
     written += bytes;
     if (eaten == 0) {
       break;
@@ -138,7 +145,12 @@ std::u16string decodeUtf8(const char* text) {
   const auto isTrail = [](unsigned char byte) { return (byte & 0xC0) == 0x80; };
   while (*in != 0) {
     const unsigned lead = *in;
-    const int trails = lead < 0x80 ? 0 : lead < 0xC2 ? -1 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : lead < 0xF5 ? 3 : -1;
+    const int trails = lead < 0x80   ? 0
+                       : lead < 0xC2 ? -1
+                       : lead < 0xE0 ? 1
+                       : lead < 0xF0 ? 2
+                       : lead < 0xF5 ? 3
+                                     : -1;
     uint32_t code = trails <= 0 ? lead : lead & (0x3FU >> trails);
     int read = 1;
     while (read <= trails && isTrail(in[read])) {

@@ -1,8 +1,10 @@
-// Text between the XML parser's 16-bit units and the local code page: the one place where the library transcodes.
+// Text between the XML parser's 16-bit units and the local code page: the one place where the
+// library transcodes.
 //
-// The local code page is UTF-8 where the locale's code set is UTF-8 or plain ASCII (the C locale), the locale's own code
-// set otherwise, and the charset of the native code set where the host has chosen one with InitMbutilExt. Nearly all
-// text is ASCII, which is the same in all of them and takes a short road without a transcoder or a lock.
+// The local code page is UTF-8 where the locale's code set is UTF-8 or plain ASCII (the C locale),
+// the locale's own code set otherwise, and the charset of the native code set where the host has
+// chosen one with InitMbutilExt. Nearly all text is ASCII, which is the same in all of them and
+// takes a short road without a transcoder or a lock.
 #ifndef ZQXML_XML_ZQXMLTEXT_H
 #define ZQXML_XML_ZQXMLTEXT_H
 
@@ -12,8 +14,8 @@
 
 static_assert(sizeof(XMLCh) == sizeof(char16_t));
 
-// Replaces `target` by `length` units of `text` in the local code page. What the code page lacks becomes its
-// substitute character (U+FFFD in UTF-8 for half of a surrogate pair).
+// Replaces `target` by `length` units of `text` in the local code page. What the code page lacks
+// becomes its substitute character (U+FFFD in UTF-8 for half of a surrogate pair).
 void ZQXMLToLocal(const XMLCh* text, size_t length, std::string& target);
 
 // The same for a zero-terminated text; null gives the empty text.
@@ -22,8 +24,8 @@ std::string ZQXMLToLocal(const XMLCh* text);
 // The other way round. Bytes that are no characters become the transcoder's substitute character.
 std::u16string ZQXMLFromLocal(const char* text);
 
-// The beginning of a text in the local code page, as much as a message can show. It never throws: what can't be
-// transcoded, for want of memory, reads as the empty text.
+// The beginning of a text in the local code page, as much as a message can show. It never throws:
+// what can't be transcoded, for want of memory, reads as the empty text.
 class ZQXMLShortText {
  public:
   explicit ZQXMLShortText(const XMLCh* text) noexcept;

@@ -6,18 +6,10 @@ namespace {
 
 // 1: menu type, refresh, file location and data dictionary words.
 constexpr EnumWord kMenuWords[] = {
-    {tag_databaseName, 0},
-    {tag_characterMenu, 1},
-    {tag_localName, 1},
-    {tag_onFormConnect, 1},
-    {tag_server, 1},
-    {tag_client, 2},
-    {tag_identifier, 2},
-    {tag_onFormOpen, 2},
-    {tag_queryMenu, 2},
-    {tag_every15Minutes, 3},
-    {tag_fileMenu, 3},
-    {tag_sqlMenu, 4},
+    {tag_databaseName, 0},       {tag_characterMenu, 1}, {tag_localName, 1},
+    {tag_onFormConnect, 1},      {tag_server, 1},        {tag_client, 2},
+    {tag_identifier, 2},         {tag_onFormOpen, 2},    {tag_queryMenu, 2},
+    {tag_every15Minutes, 3},     {tag_fileMenu, 3},      {tag_sqlMenu, 4},
     {tag_dataDictionaryMenu, 6},
 };
 
@@ -29,20 +21,10 @@ constexpr EnumWord kBooleanWords[] = {
 
 // 3: arithmetic and relational operators.
 constexpr EnumWord kOperationWords[] = {
-    {tag_add, 1},
-    {tag_equal, 1},
-    {tag_greater, 2},
-    {tag_subtract, 2},
-    {tag_greaterEqual, 3},
-    {tag_multiply, 3},
-    {tag_divide, 4},
-    {tag_less, 4},
-    {tag_lessEqual, 5},
-    {tag_modulo, 5},
-    {tag_negate, 6},
-    {tag_notEqual, 6},
-    {tag_like, 7},
-    {tag_in, 8},
+    {tag_add, 1},          {tag_equal, 1},    {tag_greater, 2}, {tag_subtract, 2},
+    {tag_greaterEqual, 3}, {tag_multiply, 3}, {tag_divide, 4},  {tag_less, 4},
+    {tag_lessEqual, 5},    {tag_modulo, 5},   {tag_negate, 6},  {tag_notEqual, 6},
+    {tag_like, 7},         {tag_in, 8},
 };
 
 // 4: status history part: user or time.
@@ -60,23 +42,15 @@ constexpr EnumWord kQueryMultiWords[] = {
 
 // 8: type of a byte list value.
 constexpr EnumWord kByteListTypeWords[] = {
-    {tag_userDefined, 0},
-    {tag_windowsBitmap, 1},
-    {tag_JPEG, 2},
-    {tag_TIFF, 3},
-    {tag_TARGA, 4},
-    {tag_PCX, 5},
-    {tag_localizedFile, 6},
-    {tag_authenticationString, 7},
+    {tag_userDefined, 0},   {tag_windowsBitmap, 1},
+    {tag_JPEG, 2},          {tag_TIFF, 3},
+    {tag_TARGA, 4},         {tag_PCX, 5},
+    {tag_localizedFile, 6}, {tag_authenticationString, 7},
 };
 
 // 9: permission entry.
 constexpr EnumWord kPermissionWords[] = {
-    {tag_none, 0},
-    {tag_readOnly, 1},
-    {tag_visible, 1},
-    {tag_hidden, 2},
-    {tag_readWrite, 2},
+    {tag_none, 0}, {tag_readOnly, 1}, {tag_visible, 1}, {tag_hidden, 2}, {tag_readWrite, 2},
 };
 
 // 10: index entry.
@@ -93,64 +67,27 @@ constexpr EnumWord kSortOrderWords[] = {
 
 // 12: view list.
 constexpr EnumWord kVuiTypeWords[] = {
-    {tag_none, 0},
-    {tag_windows, 1},
-    {tag_web, 2},
-    {tag_webFixedPosition, 3},
-    {tag_wireless, 4},
+    {tag_none, 0}, {tag_windows, 1}, {tag_web, 2}, {tag_webFixedPosition, 3}, {tag_wireless, 4},
 };
 
 // 13: field: data type, option, create mode, field type.
 constexpr EnumWord kFieldWords[] = {
-    {tag_none, 0},
-    {tag_open, 1},
-    {tag_regular, 1},
-    {tag_required, 1},
-    {tag_integer, 2},
-    {tag_join, 2},
-    {tag_optional, 2},
-    {tag_protected, 2},
-    {tag_real, 3},
-    {tag_system, 3},
-    {tag_view, 3},
-    {tag_character, 4},
-    {tag_displayOnly, 4},
-    {tag_vendor, 4},
-    {tag_diary, 5},
-    {tag_enumeration, 6},
-    {tag_dateTime, 7},
-    {tag_bitmask, 8},
-    {tag_bytes, 9},
-    {tag_decimal, 10},
-    {tag_attachment, 11},
-    {tag_currency, 12},
-    {tag_date, 13},
-    {tag_timeOfDayValue, 14},
-    {tag_joinField, 30},
-    {tag_trim, 31},
-    {tag_control, 32},
-    {tag_table, 33},
-    {tag_column, 34},
-    {tag_page, 35},
-    {tag_pageHolder, 36},
-    {tag_attachmentPool, 37},
-    {tag_viewField, 42},
-    {tag_displayField, 43},
+    {tag_none, 0},        {tag_open, 1},          {tag_regular, 1},     {tag_required, 1},
+    {tag_integer, 2},     {tag_join, 2},          {tag_optional, 2},    {tag_protected, 2},
+    {tag_real, 3},        {tag_system, 3},        {tag_view, 3},        {tag_character, 4},
+    {tag_displayOnly, 4}, {tag_vendor, 4},        {tag_diary, 5},       {tag_enumeration, 6},
+    {tag_dateTime, 7},    {tag_bitmask, 8},       {tag_bytes, 9},       {tag_decimal, 10},
+    {tag_attachment, 11}, {tag_currency, 12},     {tag_date, 13},       {tag_timeOfDayValue, 14},
+    {tag_joinField, 30},  {tag_trim, 31},         {tag_control, 32},    {tag_table, 33},
+    {tag_column, 34},     {tag_page, 35},         {tag_pageHolder, 36}, {tag_attachmentPool, 37},
+    {tag_viewField, 42},  {tag_displayField, 43},
 };
 
 // 14: limit records of a field.
 constexpr EnumWord kFieldLimitWords[] = {
-    {tag_dataField, 0},
-    {tag_none, 0},
-    {tag_anyMatch, 1},
-    {tag_append, 1},
-    {tag_displayField, 1},
-    {tag_embeded, 1},
-    {tag_indexed, 1},
-    {tag_leadingMatch, 2},
-    {tag_link, 2},
-    {tag_overwrite, 2},
-    {tag_equalityMatch, 3},
+    {tag_dataField, 0},    {tag_none, 0},      {tag_anyMatch, 1},      {tag_append, 1},
+    {tag_displayField, 1}, {tag_embeded, 1},   {tag_indexed, 1},       {tag_leadingMatch, 2},
+    {tag_link, 2},         {tag_overwrite, 2}, {tag_equalityMatch, 3},
 };
 
 // 15: no-match option of an assignment.
@@ -163,12 +100,8 @@ constexpr EnumWord kNoMatchWords[] = {
 
 // 16: multiple-match option of an assignment.
 constexpr EnumWord kMultiMatchWords[] = {
-    {tag_error, 1},
-    {tag_setNull, 2},
-    {tag_useFirstMatch, 3},
-    {tag_displayPickList, 4},
-    {tag_modifyAll, 5},
-    {tag_noAction, 6},
+    {tag_error, 1},           {tag_setNull, 2},   {tag_useFirstMatch, 3},
+    {tag_displayPickList, 4}, {tag_modifyAll, 5}, {tag_noAction, 6},
 };
 
 // 17: function of an assignment.
@@ -223,13 +156,8 @@ constexpr EnumWord kDdeWords[] = {
 
 // 20: bits of a filter's execute mask.
 constexpr EnumWord kFilterExecuteWords[] = {
-    {tag_none, 0},
-    {tag_getEntry, 1},
-    {tag_modify, 2},
-    {tag_submit, 4},
-    {tag_delete, 8},
-    {tag_merge, 16},
-    {tag_guide, 32},
+    {tag_none, 0},   {tag_getEntry, 1}, {tag_modify, 2}, {tag_submit, 4},
+    {tag_delete, 8}, {tag_merge, 16},   {tag_guide, 32},
 };
 
 // 21: bits of an active link's execute mask.
@@ -310,22 +238,14 @@ constexpr EnumWord kAccessOptionWords[] = {
 
 // 28: bits of the days of an escalation time.
 constexpr EnumWord kDayOfWeekWords[] = {
-    {tag_sunday, 1},
-    {tag_monday, 2},
-    {tag_tuesday, 4},
-    {tag_wednesday, 8},
-    {tag_thursday, 16},
-    {tag_friday, 32},
-    {tag_saturday, 64},
+    {tag_sunday, 1},    {tag_monday, 2},  {tag_tuesday, 4},   {tag_wednesday, 8},
+    {tag_thursday, 16}, {tag_friday, 32}, {tag_saturday, 64},
 };
 
 // 29: container and the names list.
 constexpr EnumWord kContainerTypeWords[] = {
-    {tag_activeLinkGuide, 1},
-    {tag_application, 2},
-    {tag_packingList, 3},
-    {tag_filterGuide, 4},
-    {tag_webService, 5},
+    {tag_activeLinkGuide, 1}, {tag_application, 2}, {tag_packingList, 3},
+    {tag_filterGuide, 4},     {tag_webService, 5},
 };
 
 // 30: container owner.
@@ -337,21 +257,13 @@ constexpr EnumWord kOwnerTypeWords[] = {
 
 // 31: container reference.
 constexpr EnumWord kReferenceTypeWords[] = {
-    {tag_form, 2},
-    {tag_filter, 3},
-    {tag_escalation, 4},
-    {tag_activeLink, 5},
-    {tag_container, 6},
-    {tag_menu, 7},
+    {tag_form, 2},       {tag_filter, 3},    {tag_escalation, 4},
+    {tag_activeLink, 5}, {tag_container, 6}, {tag_menu, 7},
 };
 
 // 32: DSO mapping.
 constexpr EnumWord kDsoUpdateWords[] = {
-    {tag_immediately, 0},
-    {tag_hourly, 1},
-    {tag_daily, 2},
-    {tag_onReturn, 3},
-    {tag_noUpdate, 4},
+    {tag_immediately, 0}, {tag_hourly, 1}, {tag_daily, 2}, {tag_onReturn, 3}, {tag_noUpdate, 4},
 };
 
 // 33: DSO mapping.
@@ -378,13 +290,8 @@ constexpr EnumWord kDsoMapTypeWords[] = {
 
 // 36: support file type.
 constexpr EnumWord kSupportFileWords[] = {
-    {tag_none, 0},
-    {tag_externalReport, 1},
-    {tag_regular, 1},
-    {tag_join, 2},
-    {tag_view, 3},
-    {tag_dialog, 4},
-    {tag_vendor, 5},
+    {tag_none, 0}, {tag_externalReport, 1}, {tag_regular, 1}, {tag_join, 2},
+    {tag_view, 3}, {tag_dialog, 4},         {tag_vendor, 5},
 };
 
 // 37: join form.
@@ -395,51 +302,27 @@ constexpr EnumWord kJoinOptionWords[] = {
 
 // 38: no caller in the library; kept in the table.
 constexpr EnumWord kFormTypeWords[] = {
-    {tag_none, 0},
-    {tag_regular, 1},
-    {tag_join, 2},
-    {tag_view, 3},
-    {tag_dialog, 4},
-    {tag_vendor, 5},
+    {tag_none, 0}, {tag_regular, 1}, {tag_join, 2}, {tag_view, 3}, {tag_dialog, 4}, {tag_vendor, 5},
 };
 
 // 39: data dictionary menu.
 constexpr EnumWord kDdNameWords[] = {
-    {tag_none, 0},
-    {tag_identifier, 1},
-    {tag_name, 2},
-    {tag_nameQuotes, 3},
-    {tag_nameDollarSigns, 4},
-    {tag_IDName, 5},
-    {tag_local, 6},
-    {tag_localQuotes, 7},
-    {tag_localDollarSigns, 8},
-    {tag_IDLocal, 9},
-    {tag_nameLocal, 10},
-    {tag_localName, 11},
+    {tag_none, 0},       {tag_identifier, 1},      {tag_name, 2},
+    {tag_nameQuotes, 3}, {tag_nameDollarSigns, 4}, {tag_IDName, 5},
+    {tag_local, 6},      {tag_localQuotes, 7},     {tag_localDollarSigns, 8},
+    {tag_IDLocal, 9},    {tag_nameLocal, 10},      {tag_localName, 11},
 };
 
 // 40: data dictionary menu, bits.
 constexpr EnumWord kDdFieldWords[] = {
-    {tag_data, 1},
-    {tag_trim, 2},
-    {tag_control, 4},
-    {tag_page, 8},
-    {tag_pageHolder, 16},
-    {tag_table, 32},
-    {tag_column, 64},
-    {tag_attachment, 128},
-    {tag_attachmentPool, 256},
+    {tag_data, 1},    {tag_trim, 2},         {tag_control, 4},
+    {tag_page, 8},    {tag_pageHolder, 16},  {tag_table, 32},
+    {tag_column, 64}, {tag_attachment, 128}, {tag_attachmentPool, 256},
 };
 
 // 41: data dictionary menu.
 constexpr EnumWord kDdFormWords[] = {
-    {tag_all, 0},
-    {tag_regular, 1},
-    {tag_join, 2},
-    {tag_view, 3},
-    {tag_dialog, 6},
-    {tag_vendor, 8},
+    {tag_all, 0}, {tag_regular, 1}, {tag_join, 2}, {tag_view, 3}, {tag_dialog, 6}, {tag_vendor, 8},
 };
 
 // 42: complex entry input.
@@ -450,48 +333,48 @@ constexpr EnumWord kMapKindWords[] = {
 
 constexpr std::span<const EnumWord> kTables[] = {
     {},
-    kMenuWords,  // 1
-    kBooleanWords,  // 2
-    kOperationWords,  // 3
-    kStatusTagWords,  // 4
-    kQueryMultiWords,  // 5
-    {},  // 6
-    {},  // 7
-    kByteListTypeWords,  // 8
-    kPermissionWords,  // 9
-    kUniqueIndexWords,  // 10
-    kSortOrderWords,  // 11
-    kVuiTypeWords,  // 12
-    kFieldWords,  // 13
-    kFieldLimitWords,  // 14
-    kNoMatchWords,  // 15
-    kMultiMatchWords,  // 16
-    kFunctionWords,  // 17
-    kDdeWords,  // 18
-    {},  // 19
-    kFilterExecuteWords,  // 20
+    kMenuWords,               // 1
+    kBooleanWords,            // 2
+    kOperationWords,          // 3
+    kStatusTagWords,          // 4
+    kQueryMultiWords,         // 5
+    {},                       // 6
+    {},                       // 7
+    kByteListTypeWords,       // 8
+    kPermissionWords,         // 9
+    kUniqueIndexWords,        // 10
+    kSortOrderWords,          // 11
+    kVuiTypeWords,            // 12
+    kFieldWords,              // 13
+    kFieldLimitWords,         // 14
+    kNoMatchWords,            // 15
+    kMultiMatchWords,         // 16
+    kFunctionWords,           // 17
+    kDdeWords,                // 18
+    {},                       // 19
+    kFilterExecuteWords,      // 20
     kActiveLinkExecuteWords,  // 21
     kActiveLinkMessageWords,  // 22
-    kFilterMessageWords,  // 23
-    kWindowModeWords,  // 24
-    kNotifyFieldsWords,  // 25
-    kFocusWords,  // 26
-    kAccessOptionWords,  // 27
-    kDayOfWeekWords,  // 28
-    kContainerTypeWords,  // 29
-    kOwnerTypeWords,  // 30
-    kReferenceTypeWords,  // 31
-    kDsoUpdateWords,  // 32
-    kDsoTransferWords,  // 33
-    kDsoDuplicateWords,  // 34
-    kDsoMapTypeWords,  // 35
-    kSupportFileWords,  // 36
-    kJoinOptionWords,  // 37
-    kFormTypeWords,  // 38
-    kDdNameWords,  // 39
-    kDdFieldWords,  // 40
-    kDdFormWords,  // 41
-    kMapKindWords,  // 42
+    kFilterMessageWords,      // 23
+    kWindowModeWords,         // 24
+    kNotifyFieldsWords,       // 25
+    kFocusWords,              // 26
+    kAccessOptionWords,       // 27
+    kDayOfWeekWords,          // 28
+    kContainerTypeWords,      // 29
+    kOwnerTypeWords,          // 30
+    kReferenceTypeWords,      // 31
+    kDsoUpdateWords,          // 32
+    kDsoTransferWords,        // 33
+    kDsoDuplicateWords,       // 34
+    kDsoMapTypeWords,         // 35
+    kSupportFileWords,        // 36
+    kJoinOptionWords,         // 37
+    kFormTypeWords,           // 38
+    kDdNameWords,             // 39
+    kDdFieldWords,            // 40
+    kDdFormWords,             // 41
+    kMapKindWords,            // 42
 };
 
 }  // namespace

@@ -14,8 +14,8 @@ namespace {
 
 constexpr int kError = 2;
 
-// Parses a document in the mode that `setUp` gives to the document parser. Returns 2 if that ended in an error, and 0
-// also if there were warnings.
+// Parses a document in the mode that `setUp` gives to the document parser. Returns 2 if that ended
+// in an error, and 0 also if there were warnings.
 template <typename SetUp>
 int parseDocument(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc, ZQStatusList* status,
                   SetUp setUp) {
@@ -113,6 +113,10 @@ int GetXMLParserPosition(const ZQXMLParserHandle* handle, uint64_t* line, uint64
   return pair != nullptr ? 0 : kError;
 }
 
-const char* GetZQXMLVersion(void) { return ZQXML_VERSION; }
+const char* GetZQXMLVersion(void) {
+  return ZQXML_VERSION;
+}
 
-const char* GetXMLParserVersion(void) { return XERCES_FULLVERSIONDOT; }
+const char* GetXMLParserVersion(void) {
+  return XERCES_FULLVERSIONDOT;
+}

@@ -19,8 +19,8 @@ thread_local ThreadState tState;
 
 bool nextOneFails() {
   const long index = tState.count++;
-  const bool fails =
-      tState.failAt >= 0 && (tState.failFromThere ? index >= tState.failAt : index == tState.failAt);
+  const bool fails = tState.failAt >= 0 &&
+                     (tState.failFromThere ? index >= tState.failAt : index == tState.failAt);
   tState.happened = tState.happened || fails;
   return fails;
 }
@@ -91,13 +91,27 @@ void* operator new(size_t size) {
   return block;
 }
 
-void* operator new(size_t size, const std::nothrow_t&) noexcept { return __wrap_malloc(size); }
-void* operator new[](size_t size) { return operator new(size); }
-void* operator new[](size_t size, const std::nothrow_t&) noexcept { return __wrap_malloc(size); }
-void operator delete(void* block) noexcept { __wrap_free(block); }
-void operator delete[](void* block) noexcept { __wrap_free(block); }
-void operator delete(void* block, size_t) noexcept { __wrap_free(block); }
-void operator delete[](void* block, size_t) noexcept { __wrap_free(block); }
+void* operator new(size_t size, const std::nothrow_t&) noexcept {
+  return __wrap_malloc(size);
+}
+void* operator new[](size_t size) {
+  return operator new(size);
+}
+void* operator new[](size_t size, const std::nothrow_t&) noexcept {
+  return __wrap_malloc(size);
+}
+void operator delete(void* block) noexcept {
+  __wrap_free(block);
+}
+void operator delete[](void* block) noexcept {
+  __wrap_free(block);
+}
+void operator delete(void* block, size_t) noexcept {
+  __wrap_free(block);
+}
+void operator delete[](void* block, size_t) noexcept {
+  __wrap_free(block);
+}
 
 namespace fault {
 
@@ -107,12 +121,20 @@ FailingAllocations::FailingAllocations(long index, Mode mode) {
   tState.happened = false;
 }
 
-FailingAllocations::~FailingAllocations() { tState.failAt = -1; }
+FailingAllocations::~FailingAllocations() {
+  tState.failAt = -1;
+}
 
-bool FailingAllocations::happened() { return tState.happened; }
+bool FailingAllocations::happened() {
+  return tState.happened;
+}
 
-long liveBlocks() { return gLiveBlocks.load(); }
+long liveBlocks() {
+  return gLiveBlocks.load();
+}
 
-long allocationCount() { return tState.count; }
+long allocationCount() {
+  return tState.count;
+}
 
 }  // namespace fault

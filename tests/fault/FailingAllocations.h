@@ -1,8 +1,8 @@
 // Counts the heap blocks of a test program and makes chosen allocations fail.
 //
-// malloc, calloc, realloc, strdup, strndup and free of the code under test are linked to the counting twins, and
-// operator new and delete stand on them, so that the library, the test and the C++ side of the XML parser are all
-// counted. What the C library allocates for itself is not.
+// malloc, calloc, realloc, strdup, strndup and free of the code under test are linked to the
+// counting twins, and operator new and delete stand on them, so that the library, the test and the
+// C++ side of the XML parser are all counted. What the C library allocates for itself is not.
 #ifndef ZQXML_TESTS_FAULT_FAILINGALLOCATIONS_H
 #define ZQXML_TESTS_FAULT_FAILINGALLOCATIONS_H
 
@@ -12,8 +12,9 @@ namespace fault {
 
 enum class Mode { Once, FromThere };
 
-// While an object of this class lives, the allocation number `index` (from 0) of the calling thread fails; with
-// Mode::FromThere all later ones too. Assertions of a test framework allocate: make them after its end.
+// While an object of this class lives, the allocation number `index` (from 0) of the calling thread
+// fails; with Mode::FromThere all later ones too. Assertions of a test framework allocate: make
+// them after its end.
 class FailingAllocations {
  public:
   explicit FailingAllocations(long index, Mode mode = Mode::Once);
@@ -31,9 +32,10 @@ long liveBlocks();
 // Allocations of the calling thread since it started.
 long allocationCount();
 
-// Calls `scenario(arm)` with failing allocation 0, 1, ... in both modes until none fails any more, and returns how many
-// failures were injected. The scenario holds the result of `arm()` around the call under test, makes its assertions
-// after that, and returns FailingAllocations::happened() as it was at the end of the call.
+// Calls `scenario(arm)` with failing allocation 0, 1, ... in both modes until none fails any more,
+// and returns how many failures were injected. The scenario holds the result of `arm()` around the
+// call under test, makes its assertions after that, and returns FailingAllocations::happened() as
+// it was at the end of the call.
 template <typename Scenario>
 long forEachFailure(Scenario scenario) {
   long injected = 0;

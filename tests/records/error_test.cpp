@@ -2,4 +2,6 @@
 
 #include "zqxml/status.h"
 
-TEST(StatusList, GetMessageIsNull) { EXPECT_EQ(ZQGetMessage(), nullptr); }
+TEST(StatusList, GetMessageIsNull) {
+  EXPECT_EQ(ZQGetMessage(), nullptr);
+}

@@ -1,5 +1,5 @@
-// The subcommands. Each `add...` function describes one to the parser of the command line and leaves a callback there
-// that runs it.
+// The subcommands. Each `add...` function describes one to the parser of the command line and
+// leaves a callback there that runs it.
 #ifndef ZQXML_TOOLS_COMMANDS_H
 #define ZQXML_TOOLS_COMMANDS_H
 
@@ -7,10 +7,10 @@
 
 enum ExitCode {
   kDone = 0,
-  kAnswerIsNo = 1,       // done, and what was asked for is not there
-  kDocumentFault = 2,    // the document can't be read or written
-  kUsageFault = 3,       // the command line is wrong
-  kFileFault = 4,        // a file or stream failed
+  kAnswerIsNo = 1,     // done, and what was asked for is not there
+  kDocumentFault = 2,  // the document can't be read or written
+  kUsageFault = 3,     // the command line is wrong
+  kFileFault = 4,      // a file or stream failed
 };
 
 // `exitCode` receives the result when the callback has run.

@@ -27,7 +27,9 @@ const char* severityName(uint32_t messageType) {
   }
 }
 
-std::string orEmpty(const char* text) { return text != nullptr ? text : ""; }
+std::string orEmpty(const char* text) {
+  return text != nullptr ? text : "";
+}
 
 // The detail of a record without the place, which stands ahead of the message already.
 std::string withoutPlace(std::string detail, uint64_t line, uint64_t column) {
@@ -83,7 +85,9 @@ bool Document::isReadable() const {
   return !isFolder;
 }
 
-ZQXMLInputDoc Document::input() { return {ZQXML_INPUT_FILE, path.data()}; }
+ZQXMLInputDoc Document::input() {
+  return {ZQXML_INPUT_FILE, path.data()};
+}
 
 int Parser::create() {
   StatusList status;
@@ -101,7 +105,8 @@ void Parser::reportFaults(const Document& document, const StatusList& status) co
   uint64_t column = 0;
   GetXMLParserPosition(&parser, &line, &column);
   for (uint32_t i = 0; i < status->numItems; ++i) {
-    // The place is that of the message that came last. A parse ends with its first error, so that is the first record.
+    // The place is that of the message that came last. A parse ends with its first error, so that
+    // is the first record.
     const bool hasPlace = i == 0 && line > 0;
     std::string place = document.name();
     std::string detail = orEmpty(status->items[i].appendedText);

@@ -65,8 +65,8 @@ std::vector<Object> listObjects(Parser& parser, Document& document, const Option
   std::vector<Object> objects;
   for (uint32_t i = 0; i < types->numItems; ++i) {
     if (options.selects(types->items[i], names->items[i])) {
-      objects.push_back({kindWord(types->items[i]), names->items[i],
-                         containerTypeWord(subTypes->items[i])});
+      objects.push_back(
+          {kindWord(types->items[i]), names->items[i], containerTypeWord(subTypes->items[i])});
     }
   }
   return objects;
@@ -156,7 +156,8 @@ void addList(CLI::App& app, int& exitCode) {
       ->transform(CLI::CheckedTransformer(words, CLI::ignore_case))
       ->allow_extra_args(false)
       ->option_text("KIND");
-  command->add_option("-n,--name", options->globs, "Only objects whose name matches; may be repeated")
+  command
+      ->add_option("-n,--name", options->globs, "Only objects whose name matches; may be repeated")
       ->allow_extra_args(false)
       ->option_text("GLOB");
   command->add_flag("--count", options->count, "Print how many objects there are");

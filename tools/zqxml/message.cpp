@@ -85,6 +85,5 @@ void addMessage(CLI::App& app, int& exitCode) {
       command->add_option("NUMBER", options->number, "Number of the message; all without it");
   command->add_flag("--json", options->json, "Print JSON");
   options->output.addOption(*command);
-  command->callback(
-      [options, number, &exitCode] { exitCode = run(*options, number->empty()); });
+  command->callback([options, number, &exitCode] { exitCode = run(*options, number->empty()); });
 }

@@ -1,4 +1,5 @@
-// Where a subcommand's data go: standard output, or a file that is replaced only when all is written.
+// Where a subcommand's data go: standard output, or a file that is replaced only when all is
+// written.
 #ifndef ZQXML_TOOLS_OUTPUT_H
 #define ZQXML_TOOLS_OUTPUT_H
 
@@ -11,8 +12,9 @@ class Output {
   // Gives the subcommand its "-o FILE".
   void addOption(CLI::App& command);
 
-  // Writes everything and returns kDone, or tells the reason on standard error and returns kFileFault. A file is
-  // written beside its place and renamed, so that a failure leaves the old one.
+  // Writes everything and returns kDone, or tells the reason on standard error and returns
+  // kFileFault. A file is written beside its place and renamed, so that a failure leaves the old
+  // one.
   int write(const std::string& data) const;
   int write(const nlohmann::ordered_json& data) const;
 
@@ -20,7 +22,8 @@ class Output {
   std::string path = "-";
 };
 
-// Writes "zqxml: subject: reason" on standard error, with the reason of an errno value, and returns kFileFault.
+// Writes "zqxml: subject: reason" on standard error, with the reason of an errno value, and returns
+// kFileFault.
 int reportFileFault(const std::string& subject, int error);
 
 #endif

@@ -29,11 +29,11 @@ int run(const Options& options) {
                                        {"handlers", ZQXML_MAX_HANDLERS},
                                        {"entityExpansions", entities}}}});
   }
-  return options.output.write("libzqxml " + library + "\nXerces-C " + parser +
-                              "\nElements inside one another: " +
-                              std::to_string(ZQXML_MAX_ELEMENT_DEPTH) +
-                              "\nHandlers inside one another: " + std::to_string(ZQXML_MAX_HANDLERS) +
-                              "\nEntity references: " + std::to_string(entities) + "\n");
+  return options.output.write(
+      "libzqxml " + library + "\nXerces-C " + parser +
+      "\nElements inside one another: " + std::to_string(ZQXML_MAX_ELEMENT_DEPTH) +
+      "\nHandlers inside one another: " + std::to_string(ZQXML_MAX_HANDLERS) +
+      "\nEntity references: " + std::to_string(entities) + "\n");
 }
 
 }  // namespace

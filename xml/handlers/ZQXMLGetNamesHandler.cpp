@@ -14,7 +14,8 @@ namespace {
 constexpr int kNameLimit = sizeof(ZQNameType) - 1;
 constexpr int32_t kNoSubType = -1;
 
-// The kind of the object that an element holds, or 0. A "field" is none: standalone fields aren't listed.
+// The kind of the object that an element holds, or 0. A "field" is none: standalone fields aren't
+// listed.
 uint32_t objectKindOf(int tag) {
   switch (tag) {
     case tag_activeLink:
@@ -135,11 +136,13 @@ void ZQXMLGetNamesHandler::CleanReferences() {
   lastNode = nullptr;
 }
 
-// The kind is the one of the object element that began last, which for an object inside another one is the inner.
+// The kind is the one of the object element that began last, which for an object inside another one
+// is the inner.
 void ZQXMLGetNamesHandler::AddNode() {
-  const int32_t subType = objectKind == ZQXML_CONTAINER
-                              ? static_cast<int32_t>(GetEnumValue(ENUM_CONTAINER_TYPE, subTypeText, locator))
-                              : kNoSubType;
+  const int32_t subType =
+      objectKind == ZQXML_CONTAINER
+          ? static_cast<int32_t>(GetEnumValue(ENUM_CONTAINER_TYPE, subTypeText, locator))
+          : kNoSubType;
   auto* node = static_cast<Node*>(calloc(1, sizeof(Node)));
   if (node == nullptr) {
     throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);

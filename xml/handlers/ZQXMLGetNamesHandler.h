@@ -1,5 +1,6 @@
-// Lists the objects of a definition document without building them. It stays on top of the stack for the whole
-// document, refuses no element, and takes the first name element inside an object as the object's name.
+// Lists the objects of a definition document without building them. It stays on top of the stack
+// for the whole document, refuses no element, and takes the first name element inside an object as
+// the object's name.
 #ifndef ZQXML_XML_HANDLERS_ZQXMLGETNAMESHANDLER_H
 #define ZQXML_XML_HANDLERS_ZQXMLGETNAMESHANDLER_H
 
