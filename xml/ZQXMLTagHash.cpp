@@ -5,6 +5,7 @@
 #include <new>
 
 #include "xml/ZQXMLException.h"
+#include "xml/ZQXMLText.h"
 #include "zqxml/messages.h"
 
 namespace {
@@ -96,7 +97,7 @@ int ZQXMLTagHash::GetHashKey(const char* text) {
 
 void ZQXMLTagHash::Insert(const char* text, int id) {
   ChainNode*& head = buckets[GetHashKey(text)];
-  auto* node = new (std::nothrow) ChainNode{text, id, head};
+  auto* node = new (std::nothrow) ChainNode{text, strlen(text), id, head};
   if (node == nullptr) {
     throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
   }
@@ -115,23 +116,29 @@ int ZQXMLTagHash::Get(const char* text) const {
   return tag_unknown;
 }
 
-// All tags are ASCII, so a unit is a byte of a tag, and no tag holds a unit above 127.
+// All tags are ASCII: the name is made a text of bytes on the way, and the rest of the work is comparing blocks. No tag
+// of the vocabulary is as long as the buffer, but the table would take one.
 int ZQXMLTagHash::Get(const XMLCh* text) const {
   if (text == nullptr) {
     return tag_unknown;
   }
+  char name[64];
+  size_t length = 0;
   size_t sum = 0;
-  for (const XMLCh* unit = text; *unit != 0; ++unit) {
-    sum += *unit;
+  unsigned seen = 0;
+  for (; text[length] != 0; ++length) {
+    if (length == sizeof name) {
+      return Get(ZQXMLToLocal(text).c_str());
+    }
+    sum += text[length];
+    seen |= text[length];
+    name[length] = static_cast<char>(text[length]);
+  }
+  if (seen > 127) {
+    return tag_unknown;
   }
   for (const ChainNode* node = buckets[sum % kBuckets]; node != nullptr; node = node->next) {
-    const char* tag = node->tag;
-    const XMLCh* unit = text;
-    while (*tag != '\0' && static_cast<unsigned char>(*tag) == *unit) {
-      ++tag;
-      ++unit;
-    }
-    if (*tag == '\0' && *unit == 0) {
+    if (node->length == length && memcmp(node->tag, name, length) == 0) {
       return node->id;
     }
   }

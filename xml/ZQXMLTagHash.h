@@ -61,6 +61,7 @@ class ZQXMLTagHash {
  private:
   struct ChainNode {
     const char* tag;
+    size_t length;
     int id;
     ChainNode* next;
   };

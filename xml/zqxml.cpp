@@ -32,7 +32,8 @@ int parseDocument(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc, ZQSt
     case ZQXML_INPUT_LOCATION:
       result = guardedEntry(status, ZQ_MESSAGE_XML_PARSER, [&] {
         pair->security.setEntityExpansionLimit(GetXMLEntityExpansionLimit());
-        pair->reader->parse(*openDocument(document));
+        const auto source = openDocument(document);
+        pair->readerOf(scannerFor(document)).parse(*source);
         return pair->documentParser.lostSeverity();
       });
       break;
@@ -78,9 +79,7 @@ int CreateXMLParserHandle(ZQXMLParserHandle* handle, ZQStatusList* status) {
   }
   return guardedEntry(status, ZQ_MESSAGE_XML_START_UP, [handle] {
     auto pair = std::make_unique<XMLParserPair>();
-    pair->reader = makeSAX2Reader(pair->security);
-    pair->reader->setContentHandler(&pair->documentParser);
-    pair->reader->setErrorHandler(&pair->documentParser);
+    pair->readerOf(XMLScannerKind::Plain);
     handle->handle = pair.release();
     return 0;
   });

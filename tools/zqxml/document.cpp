@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "commands.h"
+#include "messages.h"
 #include "output.h"
 
 namespace {
@@ -52,8 +53,16 @@ double now() {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-void printRecord(const std::string& place, const ZQStatusStruct& record, std::string detail) {
-  const std::string text = orEmpty(record.messageText);
+// The catalog's text, or the tool's own where there is no catalog, as in a build tree.
+std::string textOf(const ZQStatusStruct& record) {
+  static const bool hasCatalog = ZQOpenSharedCatalog() != reinterpret_cast<nl_catd>(-1);
+  const Message* message = hasCatalog ? nullptr : findMessage(record.messageNum);
+  return message != nullptr ? message->text : orEmpty(record.messageText);
+}
+
+void printRecord(const std::string& place, const ZQStatusStruct& record,
+                 const std::string& detail) {
+  const std::string text = textOf(record);
   std::cerr << place << ": " << severityName(record.messageType) << ": " << text;
   if (!detail.empty()) {
     std::cerr << (text.empty() ? "" : ": ") << detail;
@@ -63,7 +72,7 @@ void printRecord(const std::string& place, const ZQStatusStruct& record, std::st
 
 }  // namespace
 
-Document::Document(std::string fileName)
+Document::Document(const std::string& fileName)
     : path(fileName == "-" ? kStandardInput : fileName),
       shownName(fileName == "-" ? "<stdin>" : fileName) {}
 

@@ -151,7 +151,7 @@ void addList(CLI::App& app, int& exitCode) {
   }
   command->add_option("FILE", options->files, "Documents; - is standard input")
       ->required()
-      ->option_text("FILE...");
+      ->option_text("...");
   command->add_option("-k,--kind", options->kinds, "Only objects of this kind; may be repeated")
       ->transform(CLI::CheckedTransformer(words, CLI::ignore_case))
       ->allow_extra_args(false)

@@ -22,7 +22,6 @@ int run(int argc, char** argv) {
   addList(app, exitCode);
   addMessage(app, exitCode);
   addVersion(app, exitCode);
-  ZQOpenSharedCatalog();
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

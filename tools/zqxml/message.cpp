@@ -1,43 +1,22 @@
 // zqxml message: what the library's messages mean.
 
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <string>
 
 #include "commands.h"
+#include "messages.h"
 #include "output.h"
 
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-struct Message {
-  int number;
-  const char* name;
-  const char* text;
-  const char* cause;
-  const char* cure;
-};
-
-constexpr Message kMessages[] = {
-#include "messages.inc"
-};
-
 struct Options {
   int number = 0;
   bool json = false;
   Output output;
 };
-
-const Message* findMessage(int number) {
-  for (const Message& message : kMessages) {
-    if (message.number == number) {
-      return &message;
-    }
-  }
-  return nullptr;
-}
 
 std::string asText(const Message& message) {
   return std::to_string(message.number) + "  " + message.text + "\nCause: " + message.cause +
@@ -55,7 +34,7 @@ Json asJson(const Message& message) {
 int printAll(const Options& options) {
   std::string text;
   Json list = Json::array();
-  for (const Message& message : kMessages) {
+  for (const Message& message : allMessages()) {
     text += (text.empty() ? "" : "\n") + asText(message);
     list.push_back(asJson(message));
   }

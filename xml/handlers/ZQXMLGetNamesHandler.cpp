@@ -87,8 +87,10 @@ void ZQXMLGetNamesHandler::Init(ZQUnsignedIntList* types, ZQNameList* names,
 
 void ZQXMLGetNamesHandler::PreProcess(int) {}
 
+// Only the text of an open name or type is of interest: for all other elements `currentTag` is 0, so that their text,
+// nearly all of a document, is dropped before it is converted.
 void ZQXMLGetNamesHandler::StartElement(int tag, const xercesc::Attributes&) {
-  currentTag = tag;
+  currentTag = 0;
   if (const uint32_t kind = objectKindOf(tag); kind != 0) {
     objectKind = kind;
     objectName.Empty();
@@ -96,15 +98,17 @@ void ZQXMLGetNamesHandler::StartElement(int tag, const xercesc::Attributes&) {
   } else if (tag == tag_containerType) {
     subTypeText.Empty();
     subTypeOpen = true;
+    currentTag = tag;
+  } else if (nameOpen && isNameElement(tag)) {
+    currentTag = tag;
   }
 }
 
 void ZQXMLGetNamesHandler::Characters(const char* text, unsigned) {
-  if (nameOpen && isNameElement(currentTag)) {
-    objectName += text;
-  } else if (subTypeOpen && currentTag == tag_containerType) {
-    subTypeText += text;
+  if (currentTag == 0) {
+    return;
   }
+  (currentTag == tag_containerType ? subTypeText : objectName) += text;
 }
 
 void ZQXMLGetNamesHandler::EndElement(int tag) {

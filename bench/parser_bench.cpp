@@ -1,0 +1,110 @@
+// The listing of objects beside the XML parser alone: the same documents, an empty handler.
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "DocumentGenerator.h"
+#include "zqxml/zqxml.h"
+
+namespace {
+
+std::string& documentOf(size_t megabytes) {
+  static std::map<size_t, std::string> documents;
+  std::string& document = documents[megabytes];
+  if (document.empty()) {
+    document = generateDocument(megabytes << 20);
+  }
+  return document;
+}
+
+void setBytes(benchmark::State& state, const std::string& document) {
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                          static_cast<int64_t>(document.size()));
+}
+
+class Handle {
+ public:
+  Handle() {
+    if (CreateXMLParserHandle(&handle, nullptr) != 0) {
+      throw std::runtime_error("no parser handle");
+    }
+  }
+  ~Handle() { FreeZQXMLParserHandleInternal(&handle, 0); }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  void list(std::string& document) {
+    ZQXMLInputDoc input = {ZQXML_INPUT_MEMORY, document.data()};
+    ZQUnsignedIntList types;
+    ZQNameList names;
+    ZQUnsignedIntList subTypes;
+    ZQStatusList status;
+    if (GetListXMLObjects(&handle, &input, &types, &names, &subTypes, &status) != 0 ||
+        types.numItems == 0) {
+      throw std::runtime_error("the listing failed");
+    }
+    FreeZQUnsignedIntList(&types, 0);
+    FreeZQNameList(&names, 0);
+    FreeZQUnsignedIntList(&subTypes, 0);
+    FreeZQStatusList(&status, 0);
+  }
+
+ private:
+  ZQXMLParserHandle handle;
+};
+
+void BM_ListObjects(benchmark::State& state) {
+  std::string& document = documentOf(static_cast<size_t>(state.range(0)));
+  Handle handle;
+  for (auto _ : state) {
+    handle.list(document);
+  }
+  setBytes(state, document);
+}
+BENCHMARK(BM_ListObjects)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond);
+
+void BM_BareSax2(benchmark::State& state) {
+  using xercesc::XMLUni;
+  InitXMLParser(nullptr);
+  const std::string& document = documentOf(static_cast<size_t>(state.range(0)));
+  const std::unique_ptr<xercesc::SAX2XMLReader> reader(
+      xercesc::XMLReaderFactory::createXMLReader());
+  reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, false);
+  reader->setFeature(XMLUni::fgSAX2CoreValidation, false);
+  reader->setFeature(XMLUni::fgXercesSchema, false);
+  xercesc::DefaultHandler handler;
+  reader->setContentHandler(&handler);
+  reader->setErrorHandler(&handler);
+  for (auto _ : state) {
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()),
+                                      document.size(), "", false);
+    source.setCopyBufToStream(false);
+    reader->parse(source);
+  }
+  setBytes(state, document);
+}
+BENCHMARK(BM_BareSax2)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond);
+
+void BM_ListObjectsThreads(benchmark::State& state) {
+  std::string document = documentOf(1);
+  Handle handle;
+  for (auto _ : state) {
+    handle.list(document);
+  }
+  setBytes(state, document);
+}
+BENCHMARK(BM_ListObjectsThreads)->ThreadRange(1, 2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+// The documents are made before threads ask for them.
+const bool kPrepared = (documentOf(1), InitXMLParser(nullptr), true);
+
+}  // namespace

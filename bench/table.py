@@ -1,0 +1,68 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks and prints each job beside its peer.
+
+usage: table.py PROGRAM_DIR [FAMILY...]
+
+targets.json tells the pairs: "ours" and "peer" are benchmarks of one program, which are run interleaved; the figure is
+the ratio of the medians of their times (or of "measure"). "must" is the limit beyond which a figure is a defect, "goal"
+says when it is good; with "atLeast" more is better.
+"""
+import json
+import pathlib
+import re
+import statistics
+import subprocess
+import sys
+import tempfile
+
+HERE = pathlib.Path(__file__).resolve().parent
+REPETITIONS = 5
+
+
+def run(program, names):
+    """Medians of the measures of the named benchmarks."""
+    pattern = "^(" + "|".join(re.escape(name) for name in names) + ")$"
+    with tempfile.NamedTemporaryFile(suffix=".json") as out:
+        subprocess.run(
+            [program, f"--benchmark_filter={pattern}", f"--benchmark_repetitions={REPETITIONS}",
+             "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.2",
+             f"--benchmark_out={out.name}", "--benchmark_out_format=json"],
+            check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        rows = json.load(open(out.name))["benchmarks"]
+    medians = {}
+    for name in names:
+        runs = [row for row in rows if row["run_name"] == name and row["run_type"] == "iteration"]
+        if not runs:
+            sys.exit(f"table.py: {program} has no benchmark {name}")
+        medians[name] = {
+            measure: statistics.median(row[measure] for row in runs)
+            for measure in ("real_time", "cpu_time", "bytes_per_second") if measure in runs[0]}
+    return medians
+
+
+def main():
+    programs = pathlib.Path(sys.argv[1])
+    families = sys.argv[2:]
+    targets = json.load(open(HERE / "targets.json"))
+    if families:
+        targets = [t for t in targets if t["program"].removesuffix("_bench") in families]
+    print(f"{'work':58} {'ratio':>7} {'must':>6} {'goal':>6}")
+    missed = 0
+    for program in dict.fromkeys(t["program"] for t in targets):
+        rows = [t for t in targets if t["program"] == program]
+        names = list(dict.fromkeys(n for t in rows for n in (t["ours"], t["peer"])))
+        medians = run(str(programs / program), names)
+        for row in rows:
+            measure = row.get("measure", "cpu_time")
+            ratio = medians[row["ours"]][measure] / medians[row["peer"]][measure]
+            better = (lambda limit: ratio >= limit) if row.get("atLeast") else (lambda limit: ratio <= limit)
+            verdict = "goal met" if better(row["goal"]) else "ok" if better(row["must"]) else "MISSED"
+            missed += verdict == "MISSED"
+            print(f"{row['work']:58} {ratio:7.3f} {row['must']:6.2f} {row['goal']:6.2f}  {verdict}")
+    for counter in sorted(programs.glob("*_allocations")):
+        if not families or counter.name.removesuffix("_allocations") in families:
+            print(subprocess.run([counter], check=True, capture_output=True, text=True).stdout, end="")
+    sys.exit(1 if missed else 0)
+
+
+main()
