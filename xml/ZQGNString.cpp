@@ -103,19 +103,19 @@ void ZQGNString::AddString(const char* text, bool replace) {
 
 void ZQGNString::GenNewDataBuffer(int needed) {
   // The first block tells only whether this is the first use since the last Empty.
-  if (dataBuffers[0].length > 0) {
-    ++currentBuffer;
-  }
-  if (currentBuffer == numDataBuffers - 1) {
+  const int next = dataBuffers[0].length > 0 ? currentBuffer + 1 : currentBuffer;
+  if (next == numDataBuffers - 1) {
     GenNewDataBufferBlocks();
   }
-  DataBuffer& block = dataBuffers[currentBuffer];
+  DataBuffer& block = dataBuffers[next];
   if (block.capacity <= needed) {
     const int capacity = needed > blockSize ? blockSize + needed : blockSize;
     char* data = allocateZeroed<char>(static_cast<size_t>(capacity));
     free(block.data);
     block = {capacity, 0, data};
   }
+  // Only now that nothing can fail: a text has no empty block within it.
+  currentBuffer = next;
 }
 
 void ZQGNString::GenNewDataBufferBlocks() {
