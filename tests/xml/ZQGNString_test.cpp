@@ -365,6 +365,7 @@ TEST(GNString, AFailedAllocationGives300AndLosesNoText) {
       // The text goes on from there.
       for (; i < 60; ++i) {
         step(string, &model, i);
+        EXPECT_EQ(string.GetLength(), static_cast<int>(model.size()));
       }
       EXPECT_EQ(contents(string), model);
     }
