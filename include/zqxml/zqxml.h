@@ -6,6 +6,7 @@
 #define ZQXML_ZQXML_H
 
 #include "zqxml/codeset.h"
+#include "zqxml/convert.h"
 #include "zqxml/free.h"
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
@@ -14,5 +15,6 @@
 #include "zqxml/parser.h"
 #include "zqxml/records.h"
 #include "zqxml/status.h"
+#include "zqxml/stream.h"
 
 #endif
