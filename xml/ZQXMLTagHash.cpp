@@ -116,8 +116,9 @@ int ZQXMLTagHash::Get(const char* text) const {
   return tag_unknown;
 }
 
-// All tags are ASCII: the name is made a text of bytes on the way, and the rest of the work is comparing blocks. No tag
-// of the vocabulary is as long as the buffer, but the table would take one.
+// All tags are ASCII: the name is made a text of bytes on the way, and the rest of the work is
+// comparing blocks. No tag of the vocabulary is as long as the buffer, but the table would take
+// one.
 int ZQXMLTagHash::Get(const XMLCh* text) const {
   if (text == nullptr) {
     return tag_unknown;
