@@ -5,6 +5,7 @@
 #ifndef ZQXML_ZQXML_H
 #define ZQXML_ZQXML_H
 
+#include "zqxml/copy.h"
 #include "zqxml/free.h"
 #include "zqxml/messages.h"
 #include "zqxml/multibyte.h"
