@@ -6,6 +6,7 @@
 #define ZQXML_ZQXML_H
 
 #include "zqxml/codeset.h"
+#include "zqxml/copy.h"
 #include "zqxml/free.h"
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
