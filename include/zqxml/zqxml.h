@@ -5,6 +5,7 @@
 #ifndef ZQXML_ZQXML_H
 #define ZQXML_ZQXML_H
 
+#include "zqxml/compress.h"
 #include "zqxml/free.h"
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
