@@ -6,8 +6,9 @@
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/util/XercesDefs.hpp>
 
+#include "zqxml/records.h"
+
 class ZQXMLHandlerStack;
-struct ZQStructItemList;
 
 struct ZQXMLHandlerInfo {
   ZQXMLHandlerStack* handlerStack;

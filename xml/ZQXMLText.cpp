@@ -35,7 +35,7 @@ void nameLocalCodeSet(char (&name)[kMaxCharsetName]) {
     name[kMaxCharsetName - 1] = '\0';
   }
   if (strcmp(name, "ANSI_X3.4-1968") == 0 || strcasecmp(name, kUtf8) == 0) {
-    strcpy(name, kUtf8);
+    memcpy(name, kUtf8, sizeof kUtf8);
   }
 }
 

@@ -14,7 +14,9 @@
 /** Closes what `ZQXML_BEGIN_DECLS` opened. */
 #define ZQXML_END_DECLS }
 #else
+/** Opens the declarations that have C linkage. */
 #define ZQXML_BEGIN_DECLS
+/** Closes what `ZQXML_BEGIN_DECLS` opened. */
 #define ZQXML_END_DECLS
 #endif
 

@@ -72,7 +72,7 @@ void printRecord(const std::string& place, const ZQStatusStruct& record,
 
 }  // namespace
 
-Document::Document(std::string fileName)
+Document::Document(const std::string& fileName)
     : path(fileName == "-" ? kStandardInput : fileName),
       shownName(fileName == "-" ? "<stdin>" : fileName) {}
 

@@ -29,7 +29,7 @@ using StatusList = Owned<ZQStatusList, FreeZQStatusList>;
 class Document {
  public:
   // "-" is standard input.
-  explicit Document(std::string fileName);
+  explicit Document(const std::string& fileName);
 
   // What messages call it.
   const std::string& name() const { return shownName; }

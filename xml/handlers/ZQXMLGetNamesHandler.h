@@ -14,7 +14,7 @@
 class ZQXMLGetNamesHandler : public ZQXMLBaseHandler, public ZQXMLHandlerUtils {
  public:
   explicit ZQXMLGetNamesHandler(const ZQXMLHandlerInfo* info) : ZQXMLBaseHandler(info) {}
-  ~ZQXMLGetNamesHandler() override { CleanReferences(); }
+  ~ZQXMLGetNamesHandler() override { ZQXMLGetNamesHandler::CleanReferences(); }
 
   // Empties the three lists, which are filled at the end of "root".
   void Init(ZQUnsignedIntList* types, ZQNameList* names, ZQUnsignedIntList* containerTypes);

@@ -1,0 +1,44 @@
+#!/bin/sh
+# run.sh BUILD_DIR WORK_DIR CC CXX FLAGS DOCUMENT EXPECTED: installs the build, and builds programs outside the tree
+# against what was installed, in C and C++, by CMake and by pkg-config. FLAGS are those of the build.
+set -eu
+build=$1 work=$2 cc=$3 cxx=$4 flags=$5 document=$6 expected=$7
+here=$(cd "$(dirname "$0")" && pwd)
+rm -rf "$work"
+mkdir -p "$work"
+prefix=$work/usr
+
+DESTDIR='' cmake --install "$build" --prefix "$prefix" >"$work/install.log"
+libdir=$(dirname "$(find "$prefix" -name zqxml.pc)")/..
+libdir=$(cd "$libdir" && pwd)
+
+# What has to be there, the catalog below the folders that catopen searches by itself.
+for file in share/locale/C/LC_MESSAGES/zqsystem.cat share/locale/en/LC_MESSAGES/zqsystem.cat \
+  include/zqxml/zqxml.h include/zqxml/messages.h bin/zqxml; do
+  test -f "$prefix/$file" || { echo "not installed: $file"; exit 1; }
+done
+test "$(basename "$(readlink -f "$libdir/libzqxml.so")")" = "$(basename "$(readlink -f "$libdir/libzqxml.so.1")")"
+find "$prefix/include" -type f | grep -v '/zqxml/[a-z_]*\.hp*$' && { echo "a private header was installed"; exit 1; }
+
+export LD_LIBRARY_PATH="$libdir"
+check() {
+  "$1" "$document" >"$work/output"
+  diff -u "$expected" "$work/output" || { echo "wrong output of $1"; exit 1; }
+}
+
+cmake -S "$here/cmake" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$cc" \
+  -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" >"$work/configure.log" 2>&1 ||
+  { cat "$work/configure.log"; exit 1; }
+cmake --build "$work/cmake" >"$work/build.log" 2>&1 || { cat "$work/build.log"; exit 1; }
+for program in consumer_c consumer_cpp consumer_static_c consumer_static_cpp; do
+  check "$work/cmake/$program"
+done
+
+export PKG_CONFIG_PATH="$libdir/pkgconfig"
+test "$(pkg-config --modversion zqxml)" = 1.0.0
+$cc $flags -std=c11 -Wall -Wextra -pedantic -Werror "$here/consumer.c" -o "$work/pc_c" $(pkg-config --cflags --libs zqxml)
+$cxx $flags -std=c++20 -Wall -Wextra -pedantic -Werror "$here/consumer.cpp" -o "$work/pc_cpp" \
+  $(pkg-config --cflags --libs zqxml)
+check "$work/pc_c"
+check "$work/pc_cpp"
+echo "6 programs built against the installed files give the expected list"
