@@ -7,6 +7,7 @@
 
 #include "zqxml/codeset.h"
 #include "zqxml/copy.h"
+#include "zqxml/compress.h"
 #include "zqxml/free.h"
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
