@@ -6,7 +6,9 @@
 #define ZQXML_ZQXML_H
 
 #include "zqxml/codeset.h"
+#include "zqxml/compress.h"
 #include "zqxml/convert.h"
+#include "zqxml/copy.h"
 #include "zqxml/free.h"
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
