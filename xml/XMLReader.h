@@ -9,18 +9,10 @@
 
 #include "zqxml/records.h"
 
-// What reads the text. The plain scanner knows no document types and is the faster one; both give
-// the same events, messages and places for a document that has none.
-enum class XMLScannerKind { Plain, Full };
-
 // A SAX2 reader that reads the document and nothing else: no validation, no schema, no DTD or
 // entity from elsewhere, no namespace processing. `security` limits the entities and has to outlive
 // the reader.
-std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(XMLScannerKind kind,
-                                                       xercesc::SecurityManager& security);
-
-// The scanner that a document needs, judged by its beginning.
-XMLScannerKind scannerFor(const ZQXMLInputDoc& document);
+std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(xercesc::SecurityManager& security);
 
 // The source of a document in memory or in a file; `kind` is ZQXML_INPUT_MEMORY or another. A name
 // is a local path or a "file:" address. Throws ZQXMLException 8940 for an address of any other

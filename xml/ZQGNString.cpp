@@ -9,14 +9,8 @@
 
 namespace {
 
-template <typename Item>
-Item* allocateZeroed(size_t count) {
-  auto* items = static_cast<Item*>(calloc(count, sizeof(Item)));
-  if (items == nullptr) {
-    throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
-  }
-  return items;
-}
+// Below 2 GiB also with the room of a block.
+constexpr size_t kMaxLength = INT_MAX / 2;
 
 }  // namespace
 
@@ -37,27 +31,20 @@ ZQGNString& ZQGNString::operator+=(const char* text) {
   return *this;
 }
 
+// What lies behind the text of a block is zero at all times, so only the text is cleared: emptying
+// costs no more than filling did, also after a long text.
 void ZQGNString::Empty() {
-  for (int i = 0; i < numDataBuffers; ++i) {
+  for (int i = 0; i < numDataBuffers && dataBuffers[i].length > 0; ++i) {
     DataBuffer& block = dataBuffers[i];
+    memset(block.data, 0, static_cast<size_t>(block.length));
     block.length = 0;
-    if (block.capacity > 0) {
-      memset(block.data, 0, static_cast<size_t>(block.capacity));
-    }
   }
   currentBuffer = 0;
+  textLength = 0;
 }
 
 bool ZQGNString::IsEmpty() const {
   return dataBuffers == nullptr || dataBuffers[0].length == 0;
-}
-
-int ZQGNString::GetLength() const {
-  int length = 0;
-  for (int i = 0; i < numDataBuffers && dataBuffers[i].length > 0; ++i) {
-    length += dataBuffers[i].length;
-  }
-  return length;
 }
 
 ZQGNString::operator char*() {
@@ -75,6 +62,7 @@ int ZQGNString::DetachStrReference(char** text) {
     CompactBuffers();
     *text = dataBuffers[0].data;
     dataBuffers[0] = {};
+    textLength = 0;
   }
   return 0;
 }
@@ -82,8 +70,8 @@ int ZQGNString::DetachStrReference(char** text) {
 void ZQGNString::AddString(const char* text, bool replace) {
   const char* source = text != nullptr ? text : "";
   const size_t length = strlen(source);
-  // A text stays below 2 GiB, and so do the sums of a block's size and what it has to hold.
-  if (length >= static_cast<size_t>(INT_MAX / 2 - GetLength() / 2 - blockSize)) {
+  const size_t replaced = replace ? 0 : static_cast<size_t>(textLength);
+  if (length + replaced > kMaxLength) {
     throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
   }
   const int needed = static_cast<int>(length) + 1;
@@ -99,6 +87,7 @@ void ZQGNString::AddString(const char* text, bool replace) {
   DataBuffer& block = dataBuffers[currentBuffer];
   memcpy(block.data + block.length, source, length + 1);
   block.length += static_cast<int>(length);
+  textLength += static_cast<int>(length);
 }
 
 void ZQGNString::GenNewDataBuffer(int needed) {
@@ -110,7 +99,10 @@ void ZQGNString::GenNewDataBuffer(int needed) {
   DataBuffer& block = dataBuffers[next];
   if (block.capacity <= needed) {
     const int capacity = needed > blockSize ? blockSize + needed : blockSize;
-    char* data = allocateZeroed<char>(static_cast<size_t>(capacity));
+    auto* data = static_cast<char*>(calloc(static_cast<size_t>(capacity), 1));
+    if (data == nullptr) {
+      throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
+    }
     free(block.data);
     block = {capacity, 0, data};
   }
@@ -120,11 +112,13 @@ void ZQGNString::GenNewDataBuffer(int needed) {
 
 void ZQGNString::GenNewDataBufferBlocks() {
   const int count = numDataBuffers + DATA_BUFFERS_BLKS_INCREMENT;
-  auto* grown = allocateZeroed<DataBuffer>(static_cast<size_t>(count));
-  if (numDataBuffers > 0) {
-    memcpy(grown, dataBuffers, static_cast<size_t>(numDataBuffers) * sizeof(DataBuffer));
+  // A long text of small pieces has very many blocks: realloc mostly grows their array where it is.
+  auto* grown = static_cast<DataBuffer*>(
+      realloc(dataBuffers, static_cast<size_t>(count) * sizeof(DataBuffer)));
+  if (grown == nullptr) {
+    throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
   }
-  free(dataBuffers);
+  memset(grown + numDataBuffers, 0, DATA_BUFFERS_BLKS_INCREMENT * sizeof(DataBuffer));
   dataBuffers = grown;
   numDataBuffers = count;
 }
@@ -133,7 +127,7 @@ void ZQGNString::CompactBuffers() {
   if (dataBuffers[1].length == 0) {
     return;
   }
-  const int total = GetLength();
+  const int total = textLength;
   auto* joined = static_cast<char*>(malloc(static_cast<size_t>(total) + 1));
   if (joined == nullptr) {
     throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);

@@ -26,8 +26,8 @@ class ZQGNString {
 
   bool IsEmpty() const;
 
-  // Length in bytes.
-  int GetLength() const;
+  // Length in bytes. A text that would exceed 1 GiB is out of memory.
+  int GetLength() const { return textLength; }
 
   // The whole text in one piece, owned by this object and good until its next change.
   operator char*();
@@ -54,6 +54,7 @@ class ZQGNString {
   DataBuffer* dataBuffers = nullptr;
   int numDataBuffers = 0;
   int currentBuffer = 0;
+  int textLength = 0;
 };
 
 #endif

