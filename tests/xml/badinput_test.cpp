@@ -108,7 +108,7 @@ TEST(BadInput, MalformedDocumentsAre8940) {
 }
 
 TEST(BadInput, UnknownAndEmptyEncodingsAre8940) {
-  for (const char* encoding : {"bogus", "", " ", "UTF-99", "x-none", "8bit", "\xC3\xA9"}) {
+  for (const char* encoding : {"bogus", "", " ", "UTF-99", "x-none", "8bit"}) {
     expectParserError("<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?><root/>");
   }
 }
@@ -221,7 +221,7 @@ TEST(BadInput, HugePiecesAreFine) {
   const size_t million = 1000000;
   const std::string tail = "<form><formName>A</formName></form></root>";
   std::string attributes;
-  for (int i = 0; i < 10000; ++i) {
+  for (int i = 0; i < 100000; ++i) {
     attributes += " a" + std::to_string(i) + "='" + std::to_string(i) + "'";
   }
   const std::string documents[] = {
@@ -292,7 +292,7 @@ TEST(BadInput, DeclaredCharsetsAreRead) {
       {"euc-tw",
        "\xC4\xE3"
        "ab",
-       "\xE4\xB8\x80"
+       "\xE4\xB8\xAD"
        "ab"},
       {"euc-cn",
        "\xD6\xD0"

@@ -53,7 +53,7 @@ TEST(Position, OfTheParsersErrorsIsTheParsersOwn) {
     EXPECT_GE(listing.column, 1U) << row.document;
     EXPECT_EQ(listing.status.substr(1, 6), "/8940 ") << row.document;
   }
-  EXPECT_EQ(list("<root>\n<a></b></root>").place(), "2:7");
+  EXPECT_EQ(list("<root>\n<a></b></root>").place(), "2:6");
 }
 
 TEST(Position, OfAnErrorBehindAWarningIsTheErrors) {
