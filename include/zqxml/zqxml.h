@@ -6,8 +6,8 @@
 #define ZQXML_ZQXML_H
 
 #include "zqxml/codeset.h"
-#include "zqxml/copy.h"
 #include "zqxml/compress.h"
+#include "zqxml/copy.h"
 #include "zqxml/free.h"
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
