@@ -115,7 +115,7 @@ class DispatchTest : public testing::Test {
  protected:
   DispatchTest() {
     EXPECT_EQ(InitXMLParser(nullptr), 0);
-    reader = makeSAX2Reader(security);
+    reader = makeSAX2Reader(security, memory);
     reader->setContentHandler(&parser);
     reader->setErrorHandler(&parser);
   }
@@ -155,6 +155,7 @@ class DispatchTest : public testing::Test {
   Log log;
   TestParser parser{&log};
   xercesc::SecurityManager security;
+  ReaderMemory memory;
   std::unique_ptr<xercesc::SAX2XMLReader> reader;
   ZQUnsignedIntList types = {};
   ZQNameList names = {};
@@ -248,9 +249,9 @@ TEST_F(DispatchTest, AttributesArePassedOn) {
 }
 
 TEST_F(DispatchTest, TheNameOfAnElementIsThereOnlyDuringItsEvents) {
-  parse("<form>a<bogus/>b</form>");
+  parse("<form>a<bogus/></form>");
   EXPECT_FALSE(parser.top.hasElementName());
-  EXPECT_EQ(parser.top.text(), "ab");
+  EXPECT_EQ(parser.top.text(), "a");
   for (const char* operation : {"Pre", "Start", "End", "Post", "Text"}) {
     parser.top.actions.clear();
     parser.top.actions[operation] = [](int) { throw ZQXMLException(8941); };

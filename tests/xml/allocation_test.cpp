@@ -14,7 +14,10 @@ namespace {
 TEST(Allocation, CreatingAHandleGives300AndNoHandle) {
   ASSERT_EQ(InitXMLParser(nullptr), 0);
   // What the parser keeps for all handles of the process is there after the first.
-  { const ParserHandle first; }
+  {
+    ParserHandle first;
+    expectListsGoodDocument(&first);
+  }
   const long injected = fault::forEachFailure([](auto arm) {
     const long before = fault::liveBlocks();
     bool failed = false;
