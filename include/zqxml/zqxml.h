@@ -7,6 +7,7 @@
 
 #include "zqxml/codeset.h"
 #include "zqxml/compress.h"
+#include "zqxml/convert.h"
 #include "zqxml/copy.h"
 #include "zqxml/free.h"
 #include "zqxml/limits.h"
@@ -16,5 +17,6 @@
 #include "zqxml/parser.h"
 #include "zqxml/records.h"
 #include "zqxml/status.h"
+#include "zqxml/stream.h"
 
 #endif
