@@ -9,6 +9,7 @@
 #include "zqxml/compress.h"
 #include "zqxml/convert.h"
 #include "zqxml/copy.h"
+#include "zqxml/definitions.h"
 #include "zqxml/free.h"
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
