@@ -246,7 +246,8 @@ TEST(GNString, DetachHandsTheTextOver) {
 
 TEST(GNString, DetachOfATextThatWasNeverWrittenIsNull) {
   ZQGNString string;
-  char* detached = text(1).data();
+  char other[] = "x";
+  char* detached = other;
   EXPECT_EQ(string.DetachStrReference(&detached), 0);
   EXPECT_EQ(detached, nullptr);
   string += "abc";
