@@ -12,7 +12,6 @@ namespace {
 
 constexpr int kEuc = 4;
 constexpr int kShiftJis = 5;
-constexpr int kBig5 = 9;
 constexpr int kEucH = 10;
 constexpr int kLatin2 = 14;
 constexpr int kUtf8 = 65;
