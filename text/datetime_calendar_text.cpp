@@ -24,9 +24,11 @@ using datetime::state;
 constexpr int kDefaultCutoff = -1;
 constexpr char kBlanks[] = " \t\n\v\f\r";
 
-// A number as atoi reads it, within the limits of an int.
-int64_t readInt(const char* text) {
-  const long number = strtol(text, nullptr, 10);
+// A number as atoi reads it, within the limits of an int. `end` receives where it ends.
+int64_t readInt(const char* text, const char** end) {
+  char* behind;
+  const long number = strtol(text, &behind, 10);
+  *end = behind;
   return number > INT_MAX ? INT_MAX : number < INT_MIN ? INT_MIN : number;
 }
 
@@ -116,22 +118,24 @@ namespace datetime {
 bool readDateBy(const char* format, int cutoff, const char* text, int& dayNumber) {
   Date date = {};
   const char* next = text;
+  bool isTwoDigits;
   for (format = strchr(format, '%'); format != nullptr; format = strchr(format, '%')) {
     ++format;
     switch (*format) {
       case 'Y':
       case 'y':
-        date.year = readInt(next);
-        if (hasTwoDigits(next)) {
+        isTwoDigits = hasTwoDigits(next);
+        date.year = readInt(next, &next);
+        if (isTwoDigits) {
           date.year = ConvertToFourDigitYear(cutoff, static_cast<int>(date.year));
         }
         break;
       case 'd':
       case 'e':
-        date.day = readInt(next);
+        date.day = readInt(next, &next);
         break;
       case 'm':
-        date.month = readInt(next);
+        date.month = readInt(next, &next);
         break;
       default:
         break;
@@ -149,7 +153,7 @@ bool readDateBy(const char* format, int cutoff, const char* text, int& dayNumber
     return true;
   }
   if (isAllDigits(text)) {
-    dayNumber = static_cast<int>(readInt(text));
+    dayNumber = static_cast<int>(readInt(text, &next));
     return true;
   }
   return false;

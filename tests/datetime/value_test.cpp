@@ -57,8 +57,8 @@ TEST_F(Value, TimesAndDurations) {
       {"2147483647", "2147483647"},
       {"2147483648", "fails 0"},
       {"99999999999999999999", "fails 0"},
-      {"90 ", "324000 duration"},
-      {" 90", "324000 duration"},
+      {"1/5/99999999999", "fails 0"},
+      {"99999999999999999999 ", "fails 0"},
       {"-1:30", "-1800 duration"},
       {"-1:-30", "-5400 duration"},
       {"+2", "7200 duration"},
@@ -99,7 +99,6 @@ TEST_F(Value, TimesOfToday) {
   EXPECT_EQ(convert("x", true), "fails 0");
   EXPECT_EQ(convert("1/5/04", true), "1073260800") << "a date is one all the same";
   EXPECT_EQ(convert("90", true), "90") << "digits are seconds";
-  EXPECT_EQ(convert("10 ", true), today(10, 0));
   for (const char* zone : {"AEST-10AEDT,M10.1.0,M4.1.0/3", "CET-1CEST,M3.5.0,M10.5.0/3"}) {
     useZone(zone);
     EXPECT_EQ(convert("12:00", true), today(12, 0)) << "with the summer time of today, " << zone;
