@@ -83,7 +83,7 @@ int isMonthBeforeDay(const char* format) {
 int currentYear() {
   const time_t now = time(nullptr);
   struct tm fields = {};
-  localtime_r(&now, &fields);
+  OSLocalTime(&now, &fields);
   return fields.tm_year + 1900;
 }
 

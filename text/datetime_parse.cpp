@@ -16,6 +16,7 @@
 #include "text/datetime_state.h"
 #include "text/datetime_strptime.h"
 #include "zqxml/datetime.h"
+#include "zqxml/os.h"
 
 namespace {
 
@@ -205,7 +206,7 @@ bool takeAsStandardTime(struct tm& fields) {
     return true;
   }
   const time_t hourBefore = value - kSecondsPerHour;
-  return localtime_r(&hourBefore, &fields) != nullptr;
+  return OSLocalTime(&hourBefore, &fields) != nullptr;
 }
 
 bool stripLeadWeekday(const char* text, const char*& rest) {
@@ -231,7 +232,7 @@ bool parseDateTime(const char* text, struct tm& fields) {
   }
   if (datetime::isAllDigits(text)) {
     const time_t value = readTime(text);
-    if (localtime_r(&value, &fields) == nullptr) {
+    if (OSLocalTime(&value, &fields) == nullptr) {
       return false;
     }
     end = text + strlen(text);

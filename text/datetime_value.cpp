@@ -5,6 +5,7 @@
 
 #include "text/datetime_state.h"
 #include "zqxml/datetime.h"
+#include "zqxml/os.h"
 
 namespace {
 
@@ -18,7 +19,7 @@ constexpr int kMostHoursOfDuration = INT32_MAX / kSecondsPerHour;
 struct tm today() {
   const time_t now = time(nullptr);
   struct tm fields = {};
-  localtime_r(&now, &fields);
+  OSLocalTime(&now, &fields);
   fields.tm_hour = fields.tm_min = fields.tm_sec = 0;
   return fields;
 }

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "zqxml/codeset.h"
+#include "text/mbutil_codeset.h"
 #include "zqxml/multibyte.h"
 
 const ZQConvToCharset _ConvToCharsetTable[ZQ_CONV_TO_CHARSET_ROWS + 1] = {
@@ -61,8 +61,9 @@ constexpr CodeSetName kLocalePrefixes[] = {
     {"zh.GBK", 8}, {"zh", 7},
 };
 
+// What a name is replaced by, if it begins with, contains or equals something.
 struct CodePage {
-  const char* prefix;
+  const char* sought;
   const char* name;
 };
 
@@ -119,6 +120,12 @@ constexpr CodePage kWindowsCodePages[] = {
     {"-15", "cp1252"}, {"_15", "cp1252"}, {"-1", "cp1252"}, {"_1", "cp1252"},
 };
 
+// Whole names: iso-8859-15 has no other.
+constexpr CodePage kDocumentCharsets[] = {
+    {"iso-8859-1", "windows-1252"}, {"iso-8859-2", "windows-1250"}, {"iso-8859-4", "windows-1257"},
+    {"iso-8859-5", "windows-1251"}, {"iso-8859-7", "windows-1253"},
+};
+
 bool startsWith(const char* name, const char* prefix) {
   return strncasecmp(name, prefix, strlen(prefix)) == 0;
 }
@@ -154,7 +161,7 @@ const char* windowsCodePageFor(std::string_view codePart) {
     return nullptr;
   }
   for (const CodePage& page : kWindowsCodePages) {
-    if (codePart.find(page.prefix) != std::string_view::npos) {
+    if (codePart.find(page.sought) != std::string_view::npos) {
       return page.name;
     }
   }
@@ -239,7 +246,7 @@ char* SetCodePage(const char* locale, char* target) {
   }
   strcpy(target, "WESTERN");
   for (const CodePage& page : kCodePages) {
-    if (locale != nullptr && startsWith(withoutSlash(locale), page.prefix)) {
+    if (locale != nullptr && startsWith(withoutSlash(locale), page.sought)) {
       strcpy(target, page.name);
       break;
     }
@@ -255,6 +262,16 @@ void SetCharset(char* target, int codeSet) {
   for (int i = 0; i < ZQ_CONV_TO_CHARSET_ROWS; ++i) {
     if (_ConvToCharsetTable[i].codeSet == codeSet) {
       strcpy(target, _ConvToCharsetTable[i].charset);
+      return;
+    }
+  }
+}
+
+void setDocumentCharset(char* target, int codeSet) {
+  SetCharset(target, codeSet);
+  for (const CodePage& page : kDocumentCharsets) {
+    if (strcmp(target, page.sought) == 0) {
+      strcpy(target, page.name);
       return;
     }
   }

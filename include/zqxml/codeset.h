@@ -99,6 +99,14 @@ ZQXML_API char *SetCodePage(const char *locale, char *target);
 ZQXML_API void SetCharset(char *target, int codeSet);
 
 /**
+ * Adds up the bytes of a text in the code set of the process locale. Deliberate: bytes above 127 count as negative.
+ *
+ * @param text a text in the native code set
+ * @return the sum; 0 for a null or empty text; -1 if memory runs out, which may be a sum too
+ */
+ZQXML_API int AccumulateAsciiForStr(const char *text);
+
+/**
  * Puts the Windows code page into a locale name for a Windows client, in place of an ISO one, or adds it. Deliberate:
  * a name without a code page gets that of the process locale, whatever language the name tells.
  *

@@ -18,6 +18,8 @@
 #ifndef ZQXML_MULTIBYTE_H
 #define ZQXML_MULTIBYTE_H
 
+#include <stdio.h>
+
 #include "zqxml/export.h"
 
 ZQXML_BEGIN_DECLS
@@ -226,6 +228,102 @@ ZQXML_API char *mbstrtok(char *text, const char *delimiters);
  * @param position   where the next call goes on; null behind the last token
  */
 ZQXML_API char *mbstrtok_r(char *text, const char *delimiters, char **position);
+
+/** @} */
+
+/** @name Streams and conversion */
+/** @{ */
+
+/**
+ * Reads a line as `fgets` does, and in a multi-byte process converts it to the native code set. What doesn't fit is
+ * lost, but no character is cut; the rest of the buffer is zeroed.
+ *
+ * @param buffer  receives the line
+ * @param size    its size in bytes; below 1 nothing is read
+ * @param stream  the stream
+ * @param codeSet code set of the stream; 0 converts nothing
+ * @return the buffer, or null: end of the file, a failure, or no memory
+ */
+ZQXML_API char *mbfgets(char *buffer, int size, FILE *stream, int codeSet);
+
+/**
+ * Writes a text as `fputs` does, and in a multi-byte process converts it from the native code set.
+ *
+ * @param text    the text; null writes nothing
+ * @param stream  the stream
+ * @param codeSet code set of the stream; 0 converts nothing
+ * @return 0 or more; -1 for a failure or if memory runs out
+ */
+ZQXML_API int mbfputs(const char *text, FILE *stream, int codeSet);
+
+/** As mbfreadstringtype(), in the native code set. */
+ZQXML_API int mbfreadstring(char *buffer, int count, FILE *stream);
+
+/**
+ * Reads bytes as `fread` does. In a multi-byte process they are ended by a zero, and a character that they would end
+ * inside of is left in the stream, which has to be one that can seek; from one that can't it is delivered in parts.
+ *
+ * @param buffer  one byte more than the count
+ * @param count   bytes to read. If it is less than the length of the next character the result is 0
+ * @param stream  the stream
+ * @param codeSet code set of the stream
+ * @return bytes delivered
+ */
+ZQXML_API int mbfreadstringtype(char *buffer, int count, FILE *stream, int codeSet);
+
+/**
+ * Converts a file to the native code set, in blocks of 21,000 bytes. A zero byte cuts its block, and JIS begins each
+ * block in the mode of one byte.
+ *
+ * @param source  name of the file
+ * @param target  name of the file to write
+ * @param append  0 writes the target anew, otherwise it is continued
+ * @param codeSet code set of the source. IsConversionSupport() tells from which ones a file can be converted
+ * @return 1, or 0: no such conversion (then no file is opened), a failure, or no memory
+ */
+ZQXML_API int mbconvertfile2native_ex(const char *source, const char *target, int append, int codeSet);
+
+/**
+ * Converts a text from the native code set, see convertStrExt().
+ *
+ * @return 1, or 0 for a null argument
+ */
+ZQXML_API int mbconvertnativestring(char *target, const char *source, int codeSet);
+
+/**
+ * Converts a text. It is copied if the two code sets are the same or there is no converter for them; there are those
+ * of 3 to 4 and 5, 4 and 5 to each other and to 3, 9 and 10, 14 and 23, 17 and 24 to each other (zqxml/convert.h).
+ *
+ * @param source      the text; null writes nothing
+ * @param fromCodeSet its code set
+ * @param target      receives the converted text. Three times the length of the source and one byte more are enough,
+ *                    but 5 times its length and 9 bytes more for conversion to JIS (3). Null does nothing
+ * @param toCodeSet   code set of the target
+ * @return the target
+ */
+ZQXML_API char *convertStrExt(const char *source, int fromCodeSet, char *target, int toCodeSet);
+
+/**
+ * Converts a text from EUC to Shift-JIS if the native code set is one of the two, otherwise copies it. Deliberate: also
+ * if the native code set, and so perhaps the text, is Shift-JIS already.
+ *
+ * @param source the text
+ * @param target as for convertStrExt()
+ * @return the target; null for a null argument
+ */
+ZQXML_API char *UnixCodingToWindowsCodingExt(const char *source, char *target);
+
+/** As UnixCodingToWindowsCodingExt(), from Shift-JIS to EUC. */
+ZQXML_API char *WindowsCodingToUnixCodingExt(const char *source, char *target);
+
+/** @return the longer of a text's lengths in the code set of Unix (4, 10) and of Windows (5, 9); 0 for null */
+ZQXML_API int MaxStringLengthOnWinAndUnix(const char *text);
+
+/** @return 1 for the pairs that files are converted between: 5 and 4, 9 and 10 in both directions, 3 to 4 and 5; else 0 */
+ZQXML_API int IsConversionSupport(int fromCodeSet, int toCodeSet);
+
+/** @return 1 if both code sets write Japanese (3 to 5), Chinese (7 to 10) or Korean (11 to 13), otherwise 0 */
+ZQXML_API int sameLanguage(int first, int second);
 
 /** @} */
 

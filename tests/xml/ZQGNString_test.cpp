@@ -244,16 +244,17 @@ TEST(GNString, DetachHandsTheTextOver) {
   EXPECT_EQ(fault::liveBlocks(), before);
 }
 
-TEST(GNString, DetachOfATextThatWasNeverWrittenIsNull) {
+TEST(GNString, DetachOfATextThatWasNeverWrittenIsTheEmptyText) {
   ZQGNString string;
-  char* detached = text(1).data();
+  char* detached = nullptr;
   EXPECT_EQ(string.DetachStrReference(&detached), 0);
-  EXPECT_EQ(detached, nullptr);
+  EXPECT_STREQ(detached, "");
+  free(detached);
   string += "abc";
   EXPECT_EQ(contents(string), "abc");
 }
 
-TEST(GNString, DetachTwiceGivesNothingTheSecondTime) {
+TEST(GNString, DetachTwiceGivesTheEmptyTextTheSecondTime) {
   ZQGNString string;
   string += "abc";
   char* first = nullptr;
@@ -261,8 +262,71 @@ TEST(GNString, DetachTwiceGivesNothingTheSecondTime) {
   string.DetachStrReference(&first);
   string.DetachStrReference(&second);
   EXPECT_STREQ(first, "abc");
-  EXPECT_EQ(second, nullptr);
+  EXPECT_STREQ(second, "");
   free(first);
+  free(second);
+}
+
+TEST(GNString, TakesItsOwnText) {
+  for (const size_t length : {3U, 79U, 80U, 500U}) {
+    const std::string once = text(length);
+    ZQGNString string;
+    string += once.c_str();
+    string += static_cast<char*>(string);
+    EXPECT_EQ(contents(string), once + once);
+    string = static_cast<char*>(string) + length;
+    EXPECT_EQ(contents(string), once);
+    string = static_cast<char*>(string);
+    EXPECT_EQ(contents(string), once);
+  }
+}
+
+TEST(GNString, CopiesAreDeep) {
+  for (const size_t pieces : {0U, 1U, 30U}) {
+    const long before = fault::liveBlocks();
+    {
+      ZQGNString source;
+      for (size_t i = 0; i < pieces; ++i) {
+        source += text(70).c_str();
+      }
+      ZQGNString copy(source);
+      ZQGNString assigned;
+      assigned = "old";
+      assigned = source;
+      assigned = *&assigned;
+      source = "changed";
+      EXPECT_EQ(contents(copy), text(70 * pieces));
+      EXPECT_EQ(contents(assigned), text(70 * pieces));
+    }
+    EXPECT_EQ(fault::liveBlocks(), before);
+  }
+}
+
+TEST(GNString, AFailedAssignmentLeavesTheText) {
+  const std::string longer = text(500);
+  const long injected = fault::forEachFailure([&longer](auto arm) {
+    ZQGNString source;
+    source += longer.c_str();
+    ZQGNString byText;
+    byText = "old";
+    ZQGNString byCopy;
+    byCopy = "old";
+    bool failed = false;
+    {
+      const auto failing = arm();
+      try {
+        byText = longer.c_str();
+        byCopy = source;
+      } catch (const ZQXMLException& exception) {
+        failed = exception.GetErrorNumber() == 300;
+      }
+    }
+    const std::string first = contents(byText);
+    EXPECT_TRUE(first == "old" || first == longer);
+    EXPECT_EQ(contents(byCopy), failed ? "old" : longer);
+    return failed;
+  });
+  EXPECT_GE(injected, 6);
 }
 
 TEST(GNString, EmptiedMemoryIsZeroed) {
