@@ -68,6 +68,9 @@ struct DateFormat {
   bool startsAtMidnight = false;  // the attempt clears the time of day
 };
 
+// "%Y" and "%y" read the same, and so do formats that differ in blanks, so that some rows only
+// repeat an earlier one, and an hour of "%I" is one of "%H" too. Deliberate: the list stands as
+// programs know it.
 constexpr DateFormat kDateFormats[] = {
     {kProgramDateTime, {}, Rest::kBlank},
     {kLocaleDateTime, {}, Rest::kBlank},
