@@ -436,7 +436,7 @@ TEST_F(Streams, FormattedTexts) {
   EXPECT_EQ(ZQfprintf(stream, "%d %s|", 42, "text"), 8);
   EXPECT_EQ(ZQfprintf(stream, "%s", ""), 0);
   const char* none = nullptr;
-  EXPECT_EQ(ZQfprintf(stream, none), 0);
+  EXPECT_EQ(ZQfprintf(stream, none, 1), 0);
   EXPECT_EQ(load(), "42 text|");
   for (const int length : {16382, 16383, 16384, 16385, 50000}) {
     ZQfclose(stream);

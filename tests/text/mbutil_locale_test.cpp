@@ -13,6 +13,15 @@
 
 namespace {
 
+// Set here and not for the whole program, since a library of the system leaks at its start if the
+// variable is set.
+class LocaleFolder : public testing::Environment {
+ public:
+  void SetUp() override { setenv("LOCPATH", ZQXML_LOCALE_DIR, 1); }
+};
+
+const auto* const localeFolder = testing::AddGlobalTestEnvironment(new LocaleFolder);
+
 struct Locale {
   const char* name;
   int native;          // InitMbutil
@@ -118,7 +127,6 @@ TEST(LocaleClasses, DoNotMatterToPatterns) {
   char text[] = "\xE4";
   EXPECT_EQ(mbstrtoupper(text), 1);
   EXPECT_STREQ(text, "\xC4");
-  EXPECT_EQ(mbstricmp("\xE4", "\xC4"), 0);
   setenv("LC_ALL", "C", 1);
   InitMbutil();
 }
