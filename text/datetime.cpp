@@ -4,6 +4,7 @@
 
 #include <langinfo.h>
 
+#include <cctype>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -34,6 +35,17 @@ int readDigits(const char* text, const char** end) {
   }
   *end = text;
   return number;
+}
+
+size_t lengthOfName(const char* text, const char* name) {
+  const auto lower = [](char c) { return tolower(static_cast<unsigned char>(c)); };
+  size_t length = 0;
+  for (; name[length] != '\0'; ++length) {
+    if (lower(text[length]) != lower(name[length])) {
+      return 0;
+    }
+  }
+  return length;
 }
 
 }  // namespace datetime

@@ -7,7 +7,6 @@
 // made the parser go on.
 
 #include <langinfo.h>
-#include <strings.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -216,8 +215,8 @@ bool stripLeadWeekday(const char* text, const char*& rest) {
   text = skipBlanksAndTabs(text);
   for (const auto& names : {state.week, state.weekAbrv}) {
     for (int i = 0; i < 7; ++i) {
-      const size_t length = strlen(names[i]);
-      if (length > 0 && strncasecmp(text, names[i], length) == 0) {
+      const size_t length = datetime::lengthOfName(text, names[i]);
+      if (length > 0) {
         text += length;
         rest = text + strspn(text, " \t,");
         return true;

@@ -4,6 +4,8 @@
 #ifndef ZQXML_TEXT_DATETIME_STATE_H
 #define ZQXML_TEXT_DATETIME_STATE_H
 
+#include <cstddef>
+
 namespace datetime {
 
 struct State {
@@ -35,6 +37,10 @@ bool isAllDigits(const char* text);
 // The digits at the start of a text as a number, at most INT_MAX; -1 if there are none. `end`
 // receives where they end.
 int readDigits(const char* text, const char** end);
+
+// The length of a name if a text begins with it, without regard to case in the sense of the locale;
+// otherwise 0. So an empty name, which many locales have for the halves of the day, never matches.
+size_t lengthOfName(const char* text, const char* name);
 
 inline const char* skipBlanksAndTabs(const char* text) {
   while (*text == ' ' || *text == '\t') {

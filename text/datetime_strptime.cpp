@@ -6,8 +6,6 @@
 
 #include "text/datetime_strptime.h"
 
-#include <strings.h>
-
 #include <cstring>
 #include <iterator>
 
@@ -211,14 +209,10 @@ class Matcher {
     return true;
   }
 
-  // An empty name, which many locales have for the halves of the day, never matches.
   bool readName(const char* name) {
-    const size_t length = strlen(name);
-    if (length == 0 || strncasecmp(text, name, length) != 0) {
-      return false;
-    }
+    const size_t length = lengthOfName(text, name);
     text += length;
-    return true;
+    return length > 0;
   }
 
   template <int N>

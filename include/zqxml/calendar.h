@@ -3,8 +3,8 @@
  * Calendar arithmetic on day numbers.
  *
  * A day number is a Julian day number: a count of days that runs through the change from the Julian to the Gregorian
- * calendar in October 1582. Day 0 is 1 January of the year -4712, a Monday; the greatest one of the calendar is 5,373,484,
- * 31 December 9999. A date is three ints in a row: year, month from 1, day. Year 0 is 1 BC, year -1 is 2 BC.
+ * calendar in October 1582. Day 0 is 1 January of the year -4712, a Monday; the greatest one of the calendar is
+ * 5,373,484, 31 December 9999. A date is three ints in a row: year, month from 1, day. Year 0 is 1 BC, year -1 is 2 BC.
  *
  * No date, day number or amount does harm: everything is computed in 64 bits, with divisions that cut towards zero, and
  * the low 32 bits are the result. A function that returns a message number leaves its output alone on failure. A null
@@ -33,9 +33,9 @@ enum ZQDatePart {
 /** @{ */
 
 /**
- * Turns a date into a day number. The date isn't checked, and months and days outside their range count on by arithmetic.
- * Deliberate: the Gregorian calendar begins with 5 October 1582, so the ten days that the change left out have numbers,
- * the same as those of ten other days.
+ * Turns a date into a day number. The date isn't checked, and months and days outside their range count on by
+ * arithmetic. Deliberate: the Gregorian calendar begins with 5 October 1582, so the ten days that the change left out
+ * have numbers, the same as those of ten other days.
  *
  * @param date      the date
  * @param dayNumber receives the day number
@@ -55,9 +55,9 @@ ZQXML_API void JulianDateToDate(int dayNumber, int *date);
 ZQXML_API void TruncateDate(int *dayNumber);
 
 /**
- * Tells whether a date is valid: a year of -4712 to 9999, a month and a day that this month has. February has 29 days if
- * IsLeapYear() says so, and it says no for all years that 100 divides: so 29 February 2000 is not valid. Deliberate: of
- * 1582 the days 5 to 14 of August are not valid, and those of October are.
+ * Tells whether a date is valid: a year of -4712 to 9999, a month and a day that this month has. February has 29 days
+ * if IsLeapYear() says so, and it says no for all years that 100 divides: so 29 February 2000 is not valid.
+ * Deliberate: of 1582 the days 5 to 14 of August are not valid, and those of October are.
  *
  * @return 1 or 0
  */
@@ -65,8 +65,8 @@ ZQXML_API int ValidateDate(const int *date);
 
 /**
  * Tells whether the year of a date is a leap year. Deliberate: the Gregorian rule holds only from 1582 on and for dates
- * whose month is above 9 and whose day is above 14; for all others a year is a leap year if 4 divides it and 100 doesn't,
- * the years of the Julian calendar too.
+ * whose month is above 9 and whose day is above 14; for all others a year is a leap year if 4 divides it and 100
+ * doesn't, the years of the Julian calendar too.
  *
  * @return 1 or 0
  */
@@ -86,9 +86,9 @@ ZQXML_API int GetWeekday(int dayNumber);
 /**
  * Adds to a date.
  *
- * Years leave month and day alone: 29 February and a year is 1 March. Months leave the day alone too, as far as the month
- * has it. Deliberate: 29 January and a month is 28 February even in a leap year, and only from 30 January on it is 29; and
- * an amount that leads below January leaves the day unlimited. The result is clamped as by TruncateDate().
+ * Years leave month and day alone: 29 February and a year is 1 March. Months leave the day alone too, as far as the
+ * month has it. Deliberate: 29 January and a month is 28 February even in a leap year, and only from 30 January on it
+ * is 29; and an amount that leads below January leaves the day unlimited. The result is clamped as by TruncateDate().
  *
  * @param part      a ZQDatePart, 1 to 4
  * @param amount    how many of them, also negative
@@ -110,8 +110,8 @@ ZQXML_API int DateAdd(int part, int amount, int dayNumber, int *result);
 ZQXML_API int DateDiff(int part, int first, int second, int *result);
 
 /**
- * Finds a part by its name, without regard to case: "year", "yy", "yyyy"; "month", "mm", "m"; "day", "dd", "md"; "week",
- * "wk", "ww"; "weekday", "wd".
+ * Finds a part by its name, without regard to case: "year", "yy", "yyyy"; "month", "mm", "m"; "day", "dd", "md";
+ * "week", "wk", "ww"; "weekday", "wd".
  *
  * @param name the name
  * @param part receives the ZQDatePart
@@ -130,8 +130,8 @@ ZQXML_API int GetNumericDateParts(const char *name, int *part);
 ZQXML_API int GetDatePartNum(int part, int dayNumber, int *value);
 
 /**
- * Tells the English name of a month or weekday. Deliberate: the months are one off, so that January is called "February"
- * and December "Sunday", and November bears the name "Decemeber". Weekdays are right.
+ * Tells the English name of a month or weekday. Deliberate: the months are one off, so that January is called
+ * "February" and December "Sunday", and November bears the name "Decemeber". Weekdays are right.
  *
  * @param part      2 or 5
  * @param dayNumber the day number; below 0, where it may have no such month or weekday, the name may be empty
@@ -175,9 +175,9 @@ ZQXML_API int ConvertToFourDigitYear(int cutoff, int twoDigitYear);
 
 /**
  * Reads a date in the order of the locale's date format (`D_FMT`): a number for each conversion of year, month and day,
- * whatever stands between them. A year of two digits gets its century by ConvertToFourDigitYear(). "BC" or "B.C." behind
- * the last number, in any case, counts the year backwards: 1 BC is year 0. Missing numbers are 0. What follows is not
- * looked at. Digits alone that are no date are the day number itself.
+ * whatever stands between them. A year of two digits gets its century by ConvertToFourDigitYear(). "BC" or "B.C."
+ * behind the last number, in any case, counts the year backwards: 1 BC is year 0. Missing numbers are 0. What follows
+ * is not looked at. Digits alone that are no date are the day number itself.
  *
  * The multi-byte functions are initialised first, which sets the process locale from the environment unless that has
  * been done (see InitMbutil()).
@@ -191,9 +191,9 @@ ZQXML_API int ConvertToFourDigitYear(int cutoff, int twoDigitYear);
 ZQXML_API int ConvertDateStringToJD(int cutoff, const char *text, int *dayNumber);
 
 /**
- * Writes a date in the locale's date format (`D_FMT`), as far as it asks for year, month and day: each number and the one
- * character that follows its conversion. Deliberate: the month has no leading zero, and what else the format holds is
- * left out. Years up to 0 are told as BC, with " BC" at the end. The multi-byte functions are initialised as by
+ * Writes a date in the locale's date format (`D_FMT`), as far as it asks for year, month and day: each number and the
+ * one character that follows its conversion. Deliberate: the month has no leading zero, and what else the format holds
+ * is left out. Years up to 0 are told as BC, with " BC" at the end. The multi-byte functions are initialised as by
  * ConvertDateStringToJD().
  *
  * @param dayNumber the day number

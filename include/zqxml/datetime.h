@@ -113,14 +113,14 @@ ZQXML_API char *ParseTimeOnly(const char *text, struct tm *fields);
  * of day in UTC is meant; deliberate: so "10" isn't an hour.
  *
  * Deliberate: the time is passed through `mktime` as standard time, on 31 December 1899 or, for seconds, on the date
- * that `fields` has; if that is summer time there, as it is south of the equator, an hour is taken off and the result is
- * told in UTC.
+ * that `fields` has; if that is summer time there, as it is south of the equator, an hour is taken off and the result
+ * is told in UTC.
  */
 ZQXML_API char *ParseTimeOfDayOnly(const char *text, struct tm *fields);
 
 /**
- * @param year  the year, or what a `tm` has: below 1000 it is raised by 1900. Deliberate: the `tm` of a year from 2900 on
- *              isn't raised
+ * @param year  the year, or what a `tm` has: below 1000 it is raised by 1900. Deliberate: the `tm` of a year from 2900
+ *              on isn't raised
  * @param month 0 to 11
  * @return the days of the month in the Gregorian calendar; 0 for another month
  */
@@ -137,13 +137,17 @@ ZQXML_API int ZqDayInMonth(int year, int month);
 ZQXML_API int StripLeadWeekday(const char *text, char **rest);
 
 /**
- * Reads a date and time, a date alone, or a text of digits, which is a number of seconds since the epoch. Only blanks and
- * tabs may follow.
+ * Reads a date and time, a date alone, or a text of digits, which is a number of seconds since the epoch. Only blanks
+ * and tabs may follow.
  *
- * The formats of the environment and the locale come first, then dates with a named month ("Jan 5, 2004 10:15 PM", "5 Jan
- * 2004"), then numeric ones in the order of zqstrptime()'s "D". A weekday ahead of all that is skipped. Deliberate: the
- * first format that matches decides, even if more text follows than it can read; years come first where a format with
- * slashes has a time ("04/1/5 10:15:00") and the locale's own format doesn't match.
+ * The formats of the environment and the locale come first, then dates with a named month ("Jan 5, 2004 10:15 PM", "5
+ * Jan 2004"), then numeric ones in the order of zqstrptime()'s "D". A weekday ahead of all that is skipped.
+ * Deliberate: the first format that matches decides, even if more text follows than it can read; years come first
+ * where a format with slashes has a time ("04/1/5 10:15:00") and the locale's own format doesn't match.
+ *
+ * Without a time, the fields keep theirs if the format of the environment or one of the locale's, or one that could
+ * have gone on with a time behind year, month and day, takes the text; from the formats of a date alone on, it is
+ * midnight.
  *
  * The time is then taken as standard time. A time that a summer time skips is read as an hour earlier, and of an hour
  * that comes twice the second pass is meant.
@@ -165,10 +169,10 @@ ZQXML_API int ParseDateTime(const char *text, struct tm *fields);
  * today.
  *
  * @param text       the text
- * @param timeOnly   not 0: what isn't a date is a time of today, by ParseTimeOnly(). 0: it is a duration, as one to three
- *                   numbers with colons between them, of which the first is hours; minutes and seconds may have any size,
- *                   and each number may have a sign. So are digits alone, up to 596523 hours; more are seconds since the
- *                   epoch
+ * @param timeOnly   not 0: what isn't a date is a time of today, by ParseTimeOnly(). 0: it is a duration, as one to
+ *                   three numbers with colons between them, of which the first is hours; minutes and seconds may have
+ *                   any size, and each number may have a sign. So are digits alone, up to 596523 hours; more are
+ *                   seconds since the epoch
  * @param value      receives seconds since the epoch, or the seconds of the duration, the low 32 bits of them; 0 on
  *                   failure
  * @param isDuration receives 1 if the text began like a duration, even if the rest of it failed; otherwise 0

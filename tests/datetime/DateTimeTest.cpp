@@ -23,6 +23,8 @@ void DateTimeTest::TearDown() {
 }
 
 void DateTimeTest::useLocale(const char* name) {
+  // Not in the environment of the whole program: start-up code of the C library leaks it.
+  setenv("LOCPATH", ZQXML_LOCALES, 1);
   setenv("LC_ALL", name, 1);
   ASSERT_NE(setlocale(LC_ALL, ""), nullptr) << name;
   InitMbutil();
