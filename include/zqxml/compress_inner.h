@@ -40,7 +40,9 @@ enum {
   STATIC_L_CODES = L_CODES + 2,                /**< literal and length symbols of the fixed code */
   ZIP_INPUT_UNIT = 32768,                      /**< bytes asked of a source at a time */
   ZIP_OUTPUT_UNIT = 16384,                     /**< bytes of compressed output in one write */
-  ZIP_LONG_HASH_SIZE = 1 << 16                 /**< heads of the hash of four bytes */
+  ZIP_LONG_HASH_SIZE = 1 << 16,                /**< heads of the hash of four bytes */
+  ZIP_FAST_LITERAL_BITS = 12,                  /**< most index bits of inflate's fast loop for literals and lengths */
+  ZIP_FAST_DISTANCE_BITS = 8                   /**< and its index bits for distances */
 };
 
 /** What a control block is doing. */
@@ -140,6 +142,9 @@ typedef struct ZipControlBlock {
   int outputLost;        /**< whether it could not be grown: then nothing more is copied to it */
   unsigned windowStart;  /**< inflate: the half of `window` that is being filled, 0 or WSIZE */
   unsigned madeUpBytes;  /**< inflate: bytes read behind the end of the input */
+  unsigned fastLiteralBits; /**< inflate: index bits of `fastLiterals` */
+  uint32_t fastLiterals[1 << ZIP_FAST_LITERAL_BITS];   /**< inflate: literals and lengths of the fast loop */
+  uint32_t fastDistances[1 << ZIP_FAST_DISTANCE_BITS]; /**< inflate: distances of the fast loop */
 } ZipControlBlock;
 
 /** A table entry of inflate. */
