@@ -20,6 +20,8 @@ namespace {
 constexpr unsigned kWindowMask = WSIZE - 1;
 constexpr unsigned kHashMask = HASH_SIZE - 1;
 constexpr unsigned kLastFastLevel = 3;
+// Below it a search is too short for the second hash to pay.
+constexpr unsigned kFirstLevelWithLongHash = 5;
 
 struct Configuration {
   uint16_t goodLength;  // from this length on the next search is a quarter as long
@@ -40,6 +42,8 @@ constexpr Configuration configuration_table[] = {
     {32, 128, 258, 1024},  //
     {32, 258, 258, 4096},  // 9
 };
+
+bool hasLongHash(const ZipControlBlock* block) { return block->level >= kFirstLevelWithLongHash; }
 
 uint32_t load32(const unsigned char* bytes) {
   uint32_t word;
@@ -74,7 +78,7 @@ unsigned matchLength(const unsigned char* a, const unsigned char* b) {
 }
 static_assert((MAX_MATCH - 2) % sizeof(uint64_t) == 0);
 
-// The positions that a search may return: above `limit`, and the head of the chain at `limit`, too.
+// What a chain leads to must lie above this.
 unsigned searchLimit(unsigned stringStart) {
   return stringStart > MAX_DIST ? stringStart - MAX_DIST : 0;
 }
@@ -135,6 +139,11 @@ void slide(uint16_t* entries, size_t count) {
   });
 }
 
+uint32_t longHashOf(const unsigned char* bytes) {
+  constexpr uint32_t kFactor = 0x9E3779B1;  // 2^32 divided by the golden ratio
+  return (load32(bytes) * kFactor) >> (32 - ZIP_LONG_HASH_BITS);
+}
+
 // Heads of the chains of three and of four bytes.
 struct Heads {
   unsigned head;
@@ -144,7 +153,10 @@ struct Heads {
 // The part of the state that each step of the matching changes. The block has it back for whatever else is called.
 class Matching {
  public:
-  explicit Matching(ZipControlBlock* controlBlock) : block(controlBlock) { takeOver(); }
+  explicit Matching(ZipControlBlock* controlBlock)
+      : block(controlBlock), configuration(configuration_table[controlBlock->level]) {
+    takeOver();
+  }
 
   bool hasInput() const { return lookahead != 0; }
   unsigned stringStart() const { return start; }
@@ -160,18 +172,19 @@ class Matching {
     return before;
   }
 
-  // Enters the string into both chains.
-  Heads insertIntoBoth() {
-    constexpr uint32_t kFactor = 0x9E3779B1;  // 2^32 divided by the golden ratio
+  // Enters the string into both chains; without the longer hash into the first one alone.
+  template <bool HasLongHash>
+  Heads insertLazy() {
+    if constexpr (!HasLongHash) {
+      return {insert(), 0};
+    }
     const unsigned place = start & kWindowMask;
-    const uint32_t longHash =
-        (load32(block->window + start) * kFactor) >> (32 - ZIP_LONG_HASH_BITS);
+    const uint32_t longHash = longHashOf(block->window + start);
     const unsigned before = insert();
     const uint16_t longBefore = block->longHead[longHash];
     block->longPrev[place] = longBefore;
     block->longHead[longHash] = static_cast<uint16_t>(start);
-    block->chainPlace[place] =
-        static_cast<uint16_t>(block->chainPlace[before & kWindowMask] + 1);
+    block->chainPlace[place] = block->chainCount[hash]++;
     return {before, longBefore};
   }
 
@@ -197,8 +210,14 @@ class Matching {
     return std::min(searchChain(block, start, head), lookahead);
   }
 
+  template <bool HasLongHash>
   unsigned lazySearch(Heads heads) {
-    const unsigned length = std::min(longestLazyMatch(heads), lookahead);
+    unsigned length = MIN_MATCH - 1;
+    if constexpr (HasLongHash) {
+      length = std::min(longestLazyMatch(heads), lookahead);
+    } else if (isWithinReach(heads.head)) {
+      length = search(heads.head);
+    }
     // Three literals are cheaper than a match of three bytes that is far away.
     const bool isTooFar = length == MIN_MATCH && start - block->matchStart > TOO_FAR;
     return isTooFar ? MIN_MATCH - 1 : length;
@@ -244,77 +263,115 @@ class Matching {
   void updateHash(unsigned byteIn) { hash = ((hash << H_SHIFT) ^ byteIn) & kHashMask; }
 
   unsigned longestLazyMatch(Heads heads);
+  unsigned searchLongChains(unsigned head, unsigned next, unsigned limit);
+  unsigned sparserChain(unsigned next, unsigned shift) const;
+  unsigned nearMatchOfThree(unsigned head, unsigned limit);
 
-  ZipControlBlock* block;
+  // What a search may return lies above this: the head of the chain may be MAX_DIST away, all others less.
+  unsigned lowestMatch(unsigned head) const {
+    const unsigned limit = searchLimit(start);
+    return limit != 0 && head == limit ? limit - 1 : limit;
+  }
+
+  ZipControlBlock* const block;
+  const Configuration& configuration;
   unsigned start;
   unsigned lookahead;
   unsigned hash;
 };
 
 // What searchChain would find, but for a match of three bytes that is too far away to be taken.
-unsigned Matching::longestLazyMatch(Heads heads) {
-  const unsigned niceLength = configuration_table[block->level].niceLength;
+inline unsigned Matching::longestLazyMatch(Heads heads) {
+  const unsigned previousLength = block->previousLength;
+  const unsigned limit = lowestMatch(heads.head);
+  unsigned candidate = heads.longHead;
+  if (previousLength < MIN_MATCH) {
+    // Most strings end here: there is nothing with the same four bytes.
+    const uint32_t firstBytes = load32(block->window + start);
+    for (unsigned left = configuration.maxChain;
+         left > 0 && candidate > limit && load32(block->window + candidate) != firstBytes; --left) {
+      candidate = block->longPrev[candidate & kWindowMask];
+    }
+    if (candidate <= limit) {
+      return nearMatchOfThree(heads.head, limit);
+    }
+  }
+  return searchLongChains(heads.head, candidate, limit);
+}
+
+// Looks for what beats the match of the step before and three bytes.
+unsigned Matching::searchLongChains(unsigned head, unsigned next, unsigned limit) {
+  const unsigned previousLength = block->previousLength;
+  const unsigned chain = chainLength(block);
   const unsigned char* const window = block->window;
   const uint16_t* const longPrev = block->longPrev;
   const uint16_t* const chainPlace = block->chainPlace;
   const unsigned char* const string = window + start;
-  unsigned limit = searchLimit(start);
-  if (limit != 0 && heads.head == limit) {
-    --limit;
-  }
-  const unsigned chain = chainLength(block);
-  const uint16_t headPlace = chainPlace[heads.head & kWindowMask];
+  const uint16_t place = chainPlace[start & kWindowMask];
   const uint32_t firstBytes = load32(string);
-  const auto isBehindTheEnd = [&](unsigned candidate) {
-    return static_cast<uint16_t>(headPlace - chainPlace[candidate & kWindowMask]) >= chain;
-  };
-
-  unsigned best = std::max<unsigned>(block->previousLength, MIN_MATCH);
-  uint32_t lastBytes = load32(string + best - MIN_MATCH);
-  unsigned match = 0;
-  unsigned stepsToCheck = chain;
-  unsigned checksLeft = 3;
-  for (unsigned candidate = heads.longHead; candidate > limit;
-       candidate = longPrev[candidate & kWindowMask]) {
-    const unsigned char* other = window + candidate;
-    if (load32(other + best - MIN_MATCH) == lastBytes && load32(other) == firstBytes) {
-      if (isBehindTheEnd(candidate)) {
-        break;
-      }
-      const unsigned length = matchLength(string, other);
-      if (length > best) {
-        match = candidate;
-        best = length;
-        if (length >= niceLength) {
+  unsigned stepsLeft = chain;
+  unsigned best = std::max<unsigned>(previousLength, MIN_MATCH);
+  bool goesOn = true;
+  while (goesOn && next > limit && best < configuration.niceLength) {
+    goesOn = false;
+    // The last four of the bytes that a better match has.
+    const unsigned shift = best - MIN_MATCH;
+    const uint32_t lastBytes = load32(string + shift);
+    unsigned position = next;
+    unsigned positionShift = 0;
+    if (const unsigned behind = sparserChain(next, shift); behind != 0) {
+      position = behind;
+      positionShift = shift;
+    }
+    for (; position > limit + positionShift; position = longPrev[position & kWindowMask]) {
+      const unsigned candidate = position - positionShift;
+      const unsigned char* const other = window + candidate;
+      if (load32(other + shift) == lastBytes && load32(other) == firstBytes) {
+        if (static_cast<uint16_t>(place - chainPlace[candidate & kWindowMask]) > chain) {
           break;
         }
-        lastBytes = load32(string + best - MIN_MATCH);
+        if (const unsigned found = matchLength(string, other); found > best) {
+          block->matchStart = candidate;
+          best = found;
+          next = longPrev[candidate & kWindowMask];
+          goesOn = true;
+          break;
+        }
+      }
+      if (--stepsLeft == 0) {
+        // The chains may be full of strings that have nothing but the hash in common with this one.
+        return isWithinReach(head) ? searchChain(block, start, head) : previousLength;
       }
     }
-    if (--stepsToCheck == 0) {
-      // The chain may hold other strings with the same hash; data can be made that have nothing else.
-      if (load32(other) == firstBytes && isBehindTheEnd(candidate)) {
-        break;
-      }
-      if (--checksLeft == 0) {
-        return isWithinReach(heads.head) ? searchChain(block, start, heads.head)
-                                         : block->previousLength;
-      }
-      stepsToCheck = chain;
-    }
   }
-  if (match != 0) {
-    block->matchStart = match;
+  if (best > MIN_MATCH || previousLength == MIN_MATCH) {
     return best;
   }
-  if (block->previousLength >= MIN_MATCH) {
-    return best;
-  }
+  return nearMatchOfThree(head, limit);
+}
 
+// Candidates can also be found by the strings that begin `shift` bytes behind them, as long as those have been entered.
+// Returns the first such string if that chain leads further away than the candidate `next` of the string's own chain, so
+// that it is probably the shorter one; otherwise 0.
+unsigned Matching::sparserChain(unsigned next, unsigned shift) const {
+  constexpr int kMaxSkipped = 16;
+  if (shift == 0 || next + shift > start) {
+    return 0;
+  }
+  unsigned position = block->longHead[longHashOf(block->window + start + shift)];
+  for (int skipped = 0; position > next + shift && skipped < kMaxSkipped; ++skipped) {
+    position = block->longPrev[position & kWindowMask];
+  }
+  return position < next + shift ? std::max(position, 1u) : 0;
+}
+
+// Looks for the nearest match of three bytes, as far as it would be taken.
+inline unsigned Matching::nearMatchOfThree(unsigned head, unsigned limit) {
   const unsigned nearLimit = std::max(limit, start > TOO_FAR ? start - TOO_FAR - 1 : 0);
-  unsigned steps = chain;
-  for (unsigned candidate = heads.head; candidate > nearLimit && steps > 0; --steps) {
-    if (((load32(window + candidate) ^ firstBytes) & kThreeBytes) == 0) {
+  const uint32_t firstBytes = load32(block->window + start);
+  unsigned left = configuration.maxChain;
+  for (unsigned candidate = head; candidate > nearLimit && left > 0; --left) {
+    if (((load32(block->window + candidate) ^ firstBytes) & kThreeBytes) == 0) {
       block->matchStart = candidate;
       return MIN_MATCH;
     }
@@ -331,10 +388,9 @@ int LongestMatchInit(ZipControlBlock* block) {
   memset(block->window, 0, sizeof block->window);
   memset(block->prev, 0, sizeof block->prev);
   memset(block->head, 0, sizeof block->head);
-  if (block->level > kLastFastLevel) {
+  if (hasLongHash(block)) {
     memset(block->longHead, 0, sizeof block->longHead);
-    memset(block->longPrev, 0, sizeof block->longPrev);
-    memset(block->chainPlace, 0, sizeof block->chainPlace);
+    memset(block->chainCount, 0, sizeof block->chainCount);
   }
   block->stringStart = 0;
   block->blockStart = 0;
@@ -360,7 +416,7 @@ void FillWindow(ZipControlBlock* block) {
     block->blockStart -= WSIZE;
     slide(block->head, HASH_SIZE);
     slide(block->prev, WSIZE);
-    if (block->level > kLastFastLevel) {
+    if (hasLongHash(block)) {
       slide(block->longHead, size_t{1} << ZIP_LONG_HASH_BITS);
       slide(block->longPrev, WSIZE);
     }
@@ -411,22 +467,20 @@ unsigned DeflateFast(ZipControlBlock* block) {
   return matching.finish();
 }
 
-unsigned Deflate(ZipControlBlock* block) {
-  if (block->level <= kLastFastLevel) {
-    return DeflateFast(block);
-  }
+template <bool HasLongHash>
+unsigned deflateLazy(ZipControlBlock* block) {
   const unsigned maxLazy = configuration_table[block->level].maxLazy;
   Matching matching(block);
   unsigned length = MIN_MATCH - 1;
   bool literalIsPending = false;
   while (matching.hasInput()) {
-    const Heads heads = matching.insertIntoBoth();
+    const Heads heads = matching.insertLazy<HasLongHash>();
     const unsigned previousLength = length;
     const unsigned previousMatch = block->matchStart;
     block->previousLength = previousLength;
     length = MIN_MATCH - 1;
     if (previousLength < maxLazy) {
-      length = matching.lazySearch(heads);
+      length = matching.lazySearch<HasLongHash>(heads);
     }
     bool mustFlush = false;
     if (previousLength >= MIN_MATCH && length <= previousLength) {
@@ -435,7 +489,7 @@ unsigned Deflate(ZipControlBlock* block) {
                                  previousLength - MIN_MATCH);
       matching.advance();
       for (unsigned i = 2; i < previousLength; ++i) {
-        matching.insertIntoBoth();
+        matching.insertLazy<HasLongHash>();
         matching.advance();
       }
       literalIsPending = false;
@@ -456,4 +510,11 @@ unsigned Deflate(ZipControlBlock* block) {
     matching.tally(0, matching.byteBefore());
   }
   return matching.finish();
+}
+
+unsigned Deflate(ZipControlBlock* block) {
+  if (block->level <= kLastFastLevel) {
+    return DeflateFast(block);
+  }
+  return hasLongHash(block) ? deflateLazy<true>(block) : deflateLazy<false>(block);
 }

@@ -142,7 +142,8 @@ typedef struct ZipControlBlock {
   int outputLost;        /**< whether it could not be grown: then nothing more is copied to it */
   uint16_t longHead[1 << ZIP_LONG_HASH_BITS]; /**< as `head`, for the hash of four bytes */
   uint16_t longPrev[WSIZE];                   /**< as `prev`, for the hash of four bytes */
-  uint16_t chainPlace[WSIZE]; /**< how many strings stood in a position's chain before it, modulo 2^16 */
+  uint16_t chainCount[HASH_SIZE]; /**< for a hash of three bytes how many strings had it, modulo 2^16 */
+  uint16_t chainPlace[WSIZE];     /**< for a position that number before it was entered */
   unsigned windowStart;  /**< inflate: the half of `window` that is being filled, 0 or WSIZE */
   unsigned madeUpBytes;  /**< inflate: bytes read behind the end of the input */
   unsigned fastLiteralBits; /**< inflate: index bits of `fastLiterals` */
