@@ -15,14 +15,13 @@ namespace {
 constexpr size_t kMaxMadeUpBytes = 70000;
 constexpr size_t kMaxRatio = 1032;
 
-// 3004 to 3006, or 0 and the right data, if there are any.
+// 3004 to 3006, or 0 and the right data.
 void expectToldOutcome(const Bytes& container, const Bytes& data, const std::string& what) {
   using Clock = std::chrono::steady_clock;
   const Clock::time_point start = Clock::now();
   const calls::Result result = calls::decompress(container);
   const auto taken = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
   if (result.status == 0) {
-    ASSERT_FALSE(data.empty()) << what;
     ASSERT_TRUE(result.data == data) << what;
   } else {
     ASSERT_GE(result.status, ZQ_MESSAGE_COMPRESS_CHECKSUM) << what;
@@ -42,7 +41,8 @@ void expectPrefixIsTold(const Bytes& container, size_t length, const inputs::Inp
     ASSERT_EQ(result.data, prefix) << what;
     return;
   }
-  ASSERT_NO_FATAL_FAILURE(expectToldOutcome(prefix, {}, what));
+  // The byte that is missing may be the one that is made up for it.
+  ASSERT_NO_FATAL_FAILURE(expectToldOutcome(prefix, input.data, what));
 }
 
 // Small inputs of all kinds and lengths.
