@@ -9,9 +9,9 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstring>
 
+#include "compress/inflate_fast.h"
 #include "compress/zutil.h"
 
 namespace {
@@ -162,163 +162,48 @@ void copyMatch(ZipControlBlock* block, unsigned length, unsigned distance) {
   }
 }
 
-// The fast loop reads eight bytes at a time, twice for an item, and its copies write up to 15 bytes too many. The window
-// has room for both behind its end.
-constexpr unsigned kFastInput = 24;
-constexpr unsigned kFastOutput = 16;
-constexpr unsigned kMaxFastItems = 3 + MAX_MATCH;
-constexpr unsigned kCopyUnit = 16;
-static_assert(kMaxFastItems - kFastOutput + kCopyUnit <= MIN_LOOKAHEAD);
+// What stands for a code without symbols.
+constexpr huft kNoSymbols = {kHuftInvalid, 0, {0}};
 
-uint64_t load64(const unsigned char* bytes) {
-  uint64_t word;
-  memcpy(&word, bytes, sizeof word);
-  if constexpr (std::endian::native == std::endian::big) {
-    word = __builtin_bswap64(word);
+// Decodes an item bit by bit; `atEnd` tells whether it was the end of the block.
+int inflateItem(ZipControlBlock* block, const BlockCode& code, bool* atEnd) {
+  BitReader reader(block);
+  const huft* entry = nextCode(reader, code.literals, code.literalBits);
+  if (entry == nullptr) {
+    return kBadStream;
   }
-  return word;
+  *atEnd = entry->extra == kHuftEndOfBlock;
+  if (entry->extra == kHuftLiteral) {
+    putWindowByte(block, entry->v.base);
+  } else if (!*atEnd) {
+    unsigned length;
+    if (!reader.read(entry->extra, &length)) {
+      return kBadStream;
+    }
+    length += entry->v.base;
+    entry = nextCode(reader, code.distances, code.distanceBits);
+    unsigned distance;
+    if (entry == nullptr || !reader.read(entry->extra, &distance)) {
+      return kBadStream;
+    }
+    copyMatch(block, length, distance + entry->v.base);
+  }
+  reader.store();
+  return kGood;
 }
 
-uint64_t lowBits(unsigned count) { return (uint64_t{1} << count) - 1; }
-
-template <unsigned Unit>
-void copyUnits(unsigned char* to, const unsigned char* from, unsigned length) {
-  const unsigned char* end = to + length;
-  do {
-    unsigned char unit[Unit];
-    memcpy(unit, from, Unit);
-    memcpy(to, unit, Unit);
-    to += Unit;
-    from += Unit;
-  } while (to < end);
-}
-
-// Copies a match of which neither end crosses the end of the window.
-inline void copyWide(unsigned char* to, const unsigned char* from, unsigned length,
-                     unsigned distance) {
-  if (distance >= kCopyUnit) {
-    copyUnits<kCopyUnit>(to, from, length);
-  } else if (distance >= 8) {
-    copyUnits<8>(to, from, length);
-  } else if (distance == 1) {
-    memset(to, *from, length);
-  } else {
-    for (unsigned i = 0; i < length; ++i) {
-      to[i] = from[i];
-    }
+// Brings the window in order after the fast loop, whose last item may have crossed the end of the half.
+void settleWindow(ZipControlBlock* block) {
+  if (block->outputCount < WSIZE) {
+    return;
   }
-}
-
-enum class Fast { Paused, EndOfBlock, BadStream };
-
-// Decodes items while there is plenty of input, up to the end of the half of the window. The bits that are left go back:
-// no more than the slow loop could have read are held.
-Fast inflateFast(ZipControlBlock* block, const huft* literalTable, const huft* distanceTable,
-                 unsigned literalBits, unsigned distanceBits) {
-  const uint64_t literalMask = lowBits(literalBits);
-  const uint64_t distanceMask = lowBits(distanceBits);
-  unsigned char* const window = block->window;
-  const unsigned char* const firstInput = block->inputBuffer + block->inputPosition;
-  const unsigned char* const inputLimit = block->inputBuffer + block->inputFill - kFastInput;
-  unsigned char* const halfEnd = window + block->windowStart + WSIZE;
-  unsigned char* const outputLimit = halfEnd - kFastOutput;
-  const unsigned char* input = firstInput;
-  unsigned char* output = window + block->windowStart + block->outputCount;
-  uint64_t accumulator = block->bitAccumulator;
-  unsigned count = block->bitCount;
-  Fast result = Fast::Paused;
-
-  const auto refill = [&] {
-    accumulator |= load64(input) << count;
-    input += (63 - count) >> 3;
-    count |= 56;
-  };
-  const auto drop = [&](unsigned bits) {
-    accumulator >>= bits;
-    count -= bits;
-  };
-  while (input <= inputLimit && output < outputLimit) {
-    refill();
-    const huft* entry = literalTable + (accumulator & literalMask);
-    if (entry->extra == kHuftLiteral) {
-      *output++ = static_cast<unsigned char>(entry->v.base);
-      drop(entry->bits);
-      entry = literalTable + (accumulator & literalMask);
-      if (entry->extra == kHuftLiteral) {
-        *output++ = static_cast<unsigned char>(entry->v.base);
-        drop(entry->bits);
-        entry = literalTable + (accumulator & literalMask);
-        if (entry->extra == kHuftLiteral) {
-          *output++ = static_cast<unsigned char>(entry->v.base);
-          drop(entry->bits);
-          continue;
-        }
-      }
-      refill();
-    }
-    while (entry->extra > kHuftLiteral) {
-      if (entry->extra == kHuftInvalid) {
-        return Fast::BadStream;
-      }
-      drop(entry->bits);
-      entry = entry->v.next + (accumulator & lowBits(entry->extra - kHuftLiteral));
-    }
-    drop(entry->bits);
-    if (entry->extra == kHuftLiteral) {
-      *output++ = static_cast<unsigned char>(entry->v.base);
-      continue;
-    }
-    if (entry->extra == kHuftEndOfBlock) {
-      result = Fast::EndOfBlock;
-      break;
-    }
-    const unsigned length =
-        entry->v.base + static_cast<unsigned>(accumulator & lowBits(entry->extra));
-    drop(entry->extra);
-    entry = distanceTable + (accumulator & distanceMask);
-    while (entry->extra > kHuftLiteral) {
-      if (entry->extra == kHuftInvalid) {
-        return Fast::BadStream;
-      }
-      drop(entry->bits);
-      entry = entry->v.next + (accumulator & lowBits(entry->extra - kHuftLiteral));
-    }
-    drop(entry->bits);
-    const unsigned distance =
-        entry->v.base + static_cast<unsigned>(accumulator & lowBits(entry->extra));
-    drop(entry->extra);
-
-    const unsigned target = static_cast<unsigned>(output - window);
-    const unsigned source = (target - distance) & kWindowMask;
-    if (source + length > ZIP_WINDOW_SIZE) {
-      const unsigned first = ZIP_WINDOW_SIZE - source;
-      memcpy(output, window + source, first);
-      for (unsigned i = first; i < length; ++i) {
-        output[i] = window[i - first];
-      }
-    } else {
-      copyWide(output, window + source, length, distance);
-    }
-    output += length;
+  const unsigned excess = block->outputCount - WSIZE;
+  block->outputCount = WSIZE;
+  turnWindow(block);
+  if (block->windowStart == 0) {
+    memcpy(block->window, block->window + ZIP_WINDOW_SIZE, excess);
   }
-
-  for (; count > 7 && input > firstInput; count -= 8) {
-    --input;
-  }
-  block->inputPosition = static_cast<unsigned>(input - block->inputBuffer);
-  block->bitAccumulator = static_cast<unsigned>(accumulator & lowBits(count));
-  block->bitCount = count;
-  block->outputCount = static_cast<unsigned>(output - window) - block->windowStart;
-  if (output >= halfEnd) {
-    const unsigned excess = static_cast<unsigned>(output - halfEnd);
-    block->outputCount = WSIZE;
-    turnWindow(block);
-    if (block->windowStart == 0) {
-      memcpy(window, halfEnd, excess);
-    }
-    block->outputCount = excess;
-  }
-  return result;
+  block->outputCount = excess;
 }
 
 }  // namespace
@@ -376,14 +261,28 @@ int InflateStored(ZipControlBlock* block) {
       length != (~complement & 0xFFFF)) {
     return kBadStream;
   }
-  for (; length > 0; --length) {
-    unsigned byte;
-    if (!reader.read(8, &byte)) {
-      return kBadStream;
-    }
-    putWindowByte(block, byte);
-  }
   reader.store();
+  while (length > 0) {
+    const unsigned available = block->inputFill - std::min(block->inputPosition, block->inputFill);
+    if (available == 0) {
+      unsigned byte;
+      if (!reader.read(8, &byte)) {
+        return kBadStream;
+      }
+      putWindowByte(block, byte);
+      --length;
+      continue;
+    }
+    const unsigned stretch = std::min({length, available, WSIZE - block->outputCount});
+    memcpy(block->window + block->windowStart + block->outputCount,
+           block->inputBuffer + block->inputPosition, stretch);
+    block->inputPosition += stretch;
+    block->outputCount += stretch;
+    length -= stretch;
+    if (block->outputCount == WSIZE) {
+      turnWindow(block);
+    }
+  }
   return kGood;
 }
 
@@ -489,44 +388,32 @@ int InflateDynamic(ZipControlBlock* block) {
 
 int InflateCodes(ZipControlBlock* block, const huft* literalTable, const huft* distanceTable,
                  unsigned literalBits, unsigned distanceBits) {
-  const bool canBeFast = literalTable != nullptr && distanceTable != nullptr;
-  for (;;) {
-    if (canBeFast && block->inputPosition + kFastInput <= block->inputFill &&
-        block->outputCount < WSIZE - kFastOutput) {
-      switch (inflateFast(block, literalTable, distanceTable, literalBits, distanceBits)) {
-        case Fast::EndOfBlock:
-          return kGood;
-        case Fast::BadStream:
-          return kBadStream;
-        case Fast::Paused:
-          break;
-      }
-    }
-    BitReader reader(block);
-    const huft* entry = nextCode(reader, literalTable, literalBits);
-    if (entry == nullptr) {
-      return kBadStream;
-    }
-    if (entry->extra == kHuftLiteral) {
-      putWindowByte(block, entry->v.base);
-      reader.store();
-      continue;
-    }
-    if (entry->extra == kHuftEndOfBlock) {
-      reader.store();
-      return kGood;
-    }
-    unsigned length;
-    if (!reader.read(entry->extra, &length)) {
-      return kBadStream;
-    }
-    length += entry->v.base;
-    entry = nextCode(reader, distanceTable, distanceBits);
-    unsigned distance;
-    if (entry == nullptr || !reader.read(entry->extra, &distance)) {
-      return kBadStream;
-    }
-    copyMatch(block, length, distance + entry->v.base);
-    reader.store();
+  BlockCode code = {literalTable, distanceTable, literalBits, distanceBits};
+  if (code.literals == nullptr) {
+    code.literals = &kNoSymbols;
+    code.literalBits = 0;
   }
+  if (code.distances == nullptr) {
+    code.distances = &kNoSymbols;
+    code.distanceBits = 0;
+  }
+  bool hasFastTables = false;
+  for (bool atEnd = false; !atEnd;) {
+    if (block->inputPosition + kFastInput <= block->inputFill &&
+        block->outputCount < WSIZE - kFastOutput) {
+      if (!hasFastTables) {
+        makeFastTables(block, code);
+        hasFastTables = true;
+      }
+      const FastResult result = inflateFast(block, code);
+      if (result == FastResult::BadStream) {
+        return kBadStream;
+      }
+      settleWindow(block);
+      atEnd = result == FastResult::EndOfBlock;
+    } else if (const int result = inflateItem(block, code, &atEnd); result != kGood) {
+      return result;
+    }
+  }
+  return kGood;
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 #include "compress/zutil.h"
@@ -110,11 +111,75 @@ void shortenOverflow(ZipControlBlock* block, const ZipTreeDescriptor* descriptor
   }
 }
 
+// A code and what follows it.
+struct BitGroup {
+  uint32_t bits;
+  uint32_t count;
+};
+
+BitGroup withExtraBits(const ZipCode& symbol, unsigned extra, unsigned extraBits) {
+  return {symbol.code | extra << symbol.length, symbol.length + extraBits};
+}
+
+// Sends bits as SendBits does, but stores them by whole bytes, of which eight are written at a time.
+class BitWriter {
+ public:
+  explicit BitWriter(ZipControlBlock* controlBlock)
+      : block(controlBlock),
+        bits(controlBlock->bitBuffer),
+        count(static_cast<unsigned>(controlBlock->bitValid)),
+        next(controlBlock->outputBuffer + controlBlock->outputCount) {}
+
+  void put(uint32_t value, unsigned valueBits) {
+    bits |= uint64_t{value} << count;
+    count += valueBits;
+  }
+
+  // Keeps less than 8 bits. To be called before more than 64 have been put.
+  void store() {
+    uint64_t bytes = bits;
+    if constexpr (std::endian::native == std::endian::big) {
+      bytes = __builtin_bswap64(bytes);
+    }
+    memcpy(next, &bytes, sizeof bytes);
+    next += count >> 3;
+    bits >>= count & ~7u;
+    count &= 7;
+    if (next >= block->outputBuffer + ZIP_OUTPUT_UNIT) {
+      writeUnit();
+    }
+  }
+
+  void finish() {
+    store();
+    block->bitBuffer = static_cast<uint32_t>(bits);
+    block->bitValid = static_cast<int>(count);
+    block->outputCount = static_cast<unsigned>(next - block->outputBuffer);
+  }
+
+ private:
+  // Writes a whole unit and moves what is behind it to the front.
+  void writeUnit() {
+    const auto rest = next - (block->outputBuffer + ZIP_OUTPUT_UNIT);
+    block->outputCount = ZIP_OUTPUT_UNIT;
+    FlushOutbuf(block);
+    next = std::copy_n(block->outputBuffer + ZIP_OUTPUT_UNIT, rest, block->outputBuffer);
+  }
+
+  ZipControlBlock* block;
+  uint64_t bits;
+  unsigned count;
+  unsigned char* next;
+};
+// 16 bits from before, a length and a distance.
+static_assert(16 + MAX_BITS + 5 + MAX_BITS + 13 <= 64);
+static_assert(sizeof(ZipControlBlock::outputBuffer) >= ZIP_OUTPUT_UNIT + 2 * sizeof(uint64_t));
+
 unsigned asBytes(unsigned bits) { return (bits + kHeaderBits + 7) >> 3; }
 
 }  // namespace
 
-bool blockShouldEnd(const ZipControlBlock* block) {
+bool blockShouldEnd(const ZipControlBlock* block, unsigned stringStart) {
   constexpr unsigned kLiteralBits = 8;
   constexpr unsigned kDistanceBits = 5;
   uint64_t bits = uint64_t{block->lastLiteral} * kLiteralBits;
@@ -123,12 +188,12 @@ bool blockShouldEnd(const ZipControlBlock* block) {
             (kDistanceBits + static_cast<unsigned>(kDistanceExtraBits[symbol]));
   }
   const int64_t estimate = static_cast<int64_t>(bits >> 3);
-  const int64_t covered = int64_t{block->stringStart} - block->blockStart;
+  const int64_t covered = int64_t{stringStart} - block->blockStart;
   return block->lastDistance < block->lastLiteral / 2 && estimate < covered / 2;
 }
 
 int TreeTally(ZipControlBlock* block, unsigned distance, unsigned literalOrLength) {
-  return tallyItem(block, distance, literalOrLength) ? 1 : 0;
+  return tallyItem(block, block->stringStart, distance, literalOrLength) ? 1 : 0;
 }
 
 void TreeInit(ZipControlBlock* block) {
@@ -363,27 +428,37 @@ void SendAllTrees(ZipControlBlock* block, int literalCodes, int distanceCodes, i
 
 void CompressBlock(ZipControlBlock* block, const ZipCode* literalTree,
                    const ZipCode* distanceTree) {
-  const auto sendSymbol = [block](const ZipCode& symbol) {
-    SendBits(block, symbol.code, symbol.length);
-  };
-  unsigned nextDistance = 0;
+  // The code of each length with its extra bits behind it.
+  std::array<BitGroup, 256> lengths;
+  for (unsigned length = 0; length < lengths.size(); ++length) {
+    const unsigned symbol = block->lengthCode[length];
+    lengths[length] =
+        withExtraBits(literalTree[END_BLOCK + 1 + symbol],
+                      length - static_cast<unsigned>(block->baseLength[symbol]),
+                      static_cast<unsigned>(kLengthExtraBits[symbol]));
+  }
+  BitWriter writer(block);
+  const uint16_t* nextDistance = block->distanceBuffer;
   for (unsigned item = 0; item < block->lastLiteral; ++item) {
     const unsigned literalOrLength = block->inputBuffer[item];
     if (((block->flagBuffer[item >> 3] >> (item & 7)) & 1) == 0) {
-      sendSymbol(literalTree[literalOrLength]);
-      continue;
+      const ZipCode literal = literalTree[literalOrLength];
+      writer.put(literal.code, literal.length);
+    } else {
+      const BitGroup length = lengths[literalOrLength];
+      writer.put(length.bits, length.count);
+      const unsigned distance = *nextDistance++;
+      const unsigned symbol = distanceSymbol(block, distance);
+      const BitGroup group =
+          withExtraBits(distanceTree[symbol],
+                        distance - static_cast<unsigned>(block->baseDistance[symbol]),
+                        static_cast<unsigned>(kDistanceExtraBits[symbol]));
+      writer.put(group.bits, group.count);
     }
-    const unsigned lengthSymbol = block->lengthCode[literalOrLength];
-    sendSymbol(literalTree[END_BLOCK + 1 + lengthSymbol]);
-    SendBits(block, literalOrLength - static_cast<unsigned>(block->baseLength[lengthSymbol]),
-             kLengthExtraBits[lengthSymbol]);
-    const unsigned distance = block->distanceBuffer[nextDistance++];
-    const unsigned symbol = distanceSymbol(block, distance);
-    sendSymbol(distanceTree[symbol]);
-    SendBits(block, distance - static_cast<unsigned>(block->baseDistance[symbol]),
-             kDistanceExtraBits[symbol]);
+    writer.store();
   }
-  sendSymbol(literalTree[END_BLOCK]);
+  writer.put(literalTree[END_BLOCK].code, literalTree[END_BLOCK].length);
+  writer.finish();
 }
 
 unsigned FlushBlock(ZipControlBlock* block, const unsigned char* /*buffer*/,

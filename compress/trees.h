@@ -10,10 +10,11 @@ inline unsigned distanceSymbol(const ZipControlBlock* block, unsigned distance) 
 }
 
 // Whether a block that compresses well so far should end, so that the next one gets trees of its own.
-bool blockShouldEnd(const ZipControlBlock* block);
+bool blockShouldEnd(const ZipControlBlock* block, unsigned stringStart);
 
-// The body of TreeTally, for the inner loops.
-inline bool tallyItem(ZipControlBlock* block, unsigned distance, unsigned literalOrLength) {
+// The body of TreeTally, for the inner loops, which keep the position in the window to themselves.
+inline bool tallyItem(ZipControlBlock* block, unsigned stringStart, unsigned distance,
+                      unsigned literalOrLength) {
   constexpr unsigned kCheckInterval = 0x1000;
   constexpr unsigned kLastLevelWithoutCheck = 2;
   block->inputBuffer[block->lastLiteral++] = static_cast<unsigned char>(literalOrLength);
@@ -34,7 +35,7 @@ inline bool tallyItem(ZipControlBlock* block, unsigned distance, unsigned litera
     block->flagBit = 1;
   }
   if (block->lastLiteral % kCheckInterval == 0 && block->level > kLastLevelWithoutCheck &&
-      blockShouldEnd(block)) {
+      blockShouldEnd(block, stringStart)) {
     return true;
   }
   return block->lastLiteral == LIT_BUFSIZE - 1 || block->lastDistance == DIST_BUFSIZE;

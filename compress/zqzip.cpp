@@ -65,16 +65,18 @@ int prepareCompression(ZipControlBlock* block, unsigned level) {
   return 0;
 }
 
+// The buffer may hold what the test for a header has read.
 int copyFile(ZipControlBlock* block) {
   ssize_t count = block->inputFill;
-  while (count > 0) {
+  do {
     const unsigned length = static_cast<unsigned>(count);
-    if (const int failure = WriteBuf(block, block->inputBuffer, length); failure != 0) {
+    if (const int failure = length > 0 ? WriteBuf(block, block->inputBuffer, length) : 0;
+        failure != 0) {
       return failure;
     }
     block->bytesOut += length;
     count = read(block->inputFd, block->inputBuffer, ZIP_INPUT_UNIT);
-  }
+  } while (count > 0);
   return count < 0 && errno != 0 ? ZQ_MESSAGE_COMPRESS_READ : 0;
 }
 

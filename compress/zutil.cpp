@@ -17,23 +17,15 @@ namespace {
 
 constexpr uint64_t kMaxResult = std::numeric_limits<uint32_t>::max();
 
-// Makes room for `size` bytes and a NUL behind them. While the header promises more than that, the steps double, since
-// the first allocation is limited by what the source can hold and not by what its header says.
+// Makes room for `size` bytes and a NUL behind them.
 bool growOutputMemory(ZipControlBlock* block, uint64_t size) {
-  if (size > kMaxResult) {
-    return false;
-  }
-  uint64_t capacity = size;
-  if (size < block->originalLength) {
-    capacity = std::min<uint64_t>(2 * size, block->originalLength);
-  }
-  void* grown = realloc(block->outputMemory, capacity + 1);
+  void* grown = size <= kMaxResult ? realloc(block->outputMemory, size + 1) : nullptr;
   if (grown == nullptr) {
     return false;
   }
   block->outputMemory = static_cast<unsigned char*>(grown);
-  block->outputMemory[capacity] = '\0';
-  block->outputCapacity = static_cast<unsigned>(capacity);
+  block->outputMemory[size] = '\0';
+  block->outputCapacity = static_cast<unsigned>(size);
   return true;
 }
 

@@ -23,19 +23,8 @@ namespace {
 
 // Empties what an operand that is a whole copy of another one shares with it. The tag stays.
 void disown(ZQFieldValueOrArithStruct& operand) {
-  switch (operand.tag) {
-    case 2:
-    case 3:
-    case 5:
-    case 6:
-    case 53:
-    case 54:
-    case 55:
-    case 56:
-      records::clear(operand.u);
-      break;
-    default:
-      break;
+  if (records::operandOwnsMemory(operand.tag)) {
+    records::clear(operand.u);
   }
 }
 
@@ -90,7 +79,7 @@ class ConditionCopy {
   }
 
   // Both nodes are allocated before either is copied.
-  unsigned fillBranches(ZQQualifierBranches& dest, const ZQQualifierBranches& source) {
+  static unsigned allocateBranches(ZQQualifierBranches& dest, const ZQQualifierBranches& source) {
     dest = {nullptr, nullptr};
     if (source.left != nullptr) {
       dest.left = allocate<ZQQualifierStruct>();
@@ -104,25 +93,17 @@ class ConditionCopy {
         records::release(dest.left);
         return kOutOfMemory;
       }
-      later(dest.right, source.right);
-    }
-    if (source.left != nullptr) {
-      later(dest.left, source.left);
     }
     return kDone;
   }
 
-  unsigned fillNode(ZQQualifierStruct*& dest, const ZQQualifierStruct* source) {
+  static unsigned allocateNode(ZQQualifierStruct*& dest, const ZQQualifierStruct* source) {
     dest = nullptr;
     if (source == nullptr) {
       return kDone;
     }
     dest = allocate<ZQQualifierStruct>();
-    if (dest == nullptr) {
-      return kOutOfMemory;
-    }
-    later(dest, source);
-    return kDone;
+    return dest == nullptr ? kOutOfMemory : kDone;
   }
 
   // A relation, or arithmetic: both are an operation and two operands. The left operand is copied
@@ -138,9 +119,27 @@ class ConditionCopy {
       return kOutOfMemory;
     }
     dest->operation = source->operation;
-    later(&dest->operandRight, &source->operandRight);
-    later(&dest->operandLeft, &source->operandLeft);
-    return kDone;
+    // Most operands are leaves, and need not wait.
+    if (!isLeaf(source->operandLeft)) {
+      later(&dest->operandRight, &source->operandRight);
+      later(&dest->operandLeft, &source->operandLeft);
+      return kDone;
+    }
+    const unsigned status = fillOperand(&dest->operandLeft, &source->operandLeft);
+    if (status != kDone) {
+      records::clear(dest->operandRight);
+      return status;
+    }
+    if (!isLeaf(source->operandRight)) {
+      later(&dest->operandRight, &source->operandRight);
+      return kDone;
+    }
+    return fillOperand(&dest->operandRight, &source->operandRight);
+  }
+
+  // Whether no further operand or qualifier stands below the operand.
+  static bool isLeaf(const ZQFieldValueOrArithStruct& operand) {
+    return operand.tag != 3 && operand.tag != 53;
   }
 
   unsigned fillQuery(ZQQueryValueStruct*& dest, const ZQQueryValueStruct* source) {
@@ -153,28 +152,60 @@ class ConditionCopy {
       return kOutOfMemory;
     }
     *dest = *source;
-    return fillNode(dest->queryQualification, source->queryQualification);
+    const unsigned status = allocateNode(dest->queryQualification, source->queryQualification);
+    if (dest->queryQualification != nullptr) {
+      later(dest->queryQualification, source->queryQualification);
+    }
+    return status;
   }
 
+  // Goes down the left side, while the right one waits.
   unsigned fillQualifier(ZQQualifierStruct* dest, const ZQQualifierStruct* source) {
-    *dest = *source;
-    switch (source->operation) {
-      case 1:
-      case 2:
-        return fillBranches(dest->u.branches, source->u.branches);
-      case 3:
-        return fillNode(dest->u.notQualifier, source->u.notQualifier);
-      case 4:
-        return fillOperation(dest->u.relationalOperation, source->u.relationalOperation);
-      default:
-        return kDone;
+    unsigned status = kDone;
+    while (status == kDone && dest != nullptr) {
+      *dest = *source;
+      switch (source->operation) {
+        case 1:
+        case 2: {
+          const ZQQualifierBranches& from = source->u.branches;
+          // While memory is found for the nodes, theirs comes into the cache.
+          __builtin_prefetch(from.left);
+          __builtin_prefetch(from.right);
+          status = allocateBranches(dest->u.branches, from);
+          if (dest->u.branches.right != nullptr) {
+            later(dest->u.branches.right, from.right);
+          }
+          dest = dest->u.branches.left;
+          source = from.left;
+          break;
+        }
+        case 3:
+          status = allocateNode(dest->u.notQualifier, source->u.notQualifier);
+          dest = dest->u.notQualifier;
+          source = source->u.notQualifier;
+          break;
+        case 4:
+          return fillOperation(dest->u.relationalOperation, source->u.relationalOperation);
+        default:
+          return kDone;
+      }
     }
+    return status;
   }
 
   unsigned fillOperand(ZQFieldValueOrArithStruct* dest, const ZQFieldValueOrArithStruct* source) {
     *dest = *source;
+    return records::operandOwnsMemory(source->tag) ? fillOwner(dest, source) : kDone;
+  }
+
+  unsigned fillOwner(ZQFieldValueOrArithStruct* dest, const ZQFieldValueOrArithStruct* source) {
     switch (source->tag) {
       case 2:
+        // Most values are texts: they are copied without a detour.
+        if (records::isTextType(source->u.value.dataType)) {
+          return records::copyText(dest->u.value.u.characterValue,
+                                   source->u.value.u.characterValue);
+        }
         return records::copyValue(&dest->u.value, &source->u.value);
       case 3:
         return fillOperation(dest->u.arithOp, source->u.arithOp);

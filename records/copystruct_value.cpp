@@ -50,6 +50,34 @@ unsigned copyAttachment(ZQAttachStruct* dest, ZQAttachStruct* source) {
   return kDone;
 }
 
+// What a value owns beside texts.
+unsigned copyOwnedRecord(ZQValueStruct& dest, const ZQValueStruct& source) {
+  switch (source.dataType) {
+    case 9:
+      return copyBlock(dest.u.byteList, source.u.byteList, copyByteList);
+    case 11: {
+      ZQAttachStruct* attachment = source.u.attachmentValue;
+      return copyBlock(dest.u.attachmentValue, attachment,
+                       [attachment](ZQAttachStruct* copy, const ZQAttachStruct*) {
+                         return copyAttachment(copy, attachment);
+                       });
+    }
+    case 12:
+      if (source.u.currencyValue == nullptr) {
+        return kDone;
+      }
+      dest.u.currencyValue = allocateCleared<ZQCurrencyStruct>();
+      // Deliberate: if the copy fails the zeroed block stays in place.
+      return dest.u.currencyValue == nullptr
+                 ? kOutOfMemory
+                 : CopyZQCurrencyStruct(dest.u.currencyValue, source.u.currencyValue);
+    case 41:
+      return copyBlock(dest.u.coordinateList, source.u.coordinateList, copyCoordList);
+    default:
+      return kDone;
+  }
+}
+
 unsigned copyProperty(ZQPropStruct* dest, const ZQPropStruct* source) {
   *dest = *source;
   return CopyZQValueStruct(&dest->value, &source->value);
@@ -97,40 +125,10 @@ unsigned CopyZQValueStruct(ZQValueStruct* dest, const ZQValueStruct* source) {
     return kDone;
   }
   *dest = *source;
-  switch (source->dataType) {
-    case 4:
-      return copyText(dest->u.characterValue, source->u.characterValue);
-    case 5:
-      return copyText(dest->u.diaryValue, source->u.diaryValue);
-    case 9:
-      return copyBlock(dest->u.byteList, source->u.byteList, copyByteList);
-    case 10:
-      return copyText(dest->u.decimalValue, source->u.decimalValue);
-    case 11: {
-      ZQAttachStruct* attachment = source->u.attachmentValue;
-      return copyBlock(dest->u.attachmentValue, attachment,
-                       [attachment](ZQAttachStruct* copy, const ZQAttachStruct*) {
-                         return copyAttachment(copy, attachment);
-                       });
-    }
-    case 12:
-      if (source->u.currencyValue == nullptr) {
-        return kDone;
-      }
-      dest->u.currencyValue = allocateCleared<ZQCurrencyStruct>();
-      // Deliberate: if the copy fails the zeroed block stays in place.
-      return dest->u.currencyValue == nullptr
-                 ? kOutOfMemory
-                 : CopyZQCurrencyStruct(dest->u.currencyValue, source->u.currencyValue);
-    case 41:
-      return copyBlock(dest->u.coordinateList, source->u.coordinateList, copyCoordList);
-    case 42:
-      return copyText(dest->u.viewValue, source->u.viewValue);
-    case 43:
-      return copyText(dest->u.displayValue, source->u.displayValue);
-    default:
-      return kDone;
+  if (records::isTextType(source->dataType)) {
+    return copyText(dest->u.characterValue, source->u.characterValue);
   }
+  return copyOwnedRecord(*dest, *source);
 }
 
 namespace records {

@@ -46,6 +46,22 @@ void finishFree(Record* record, ZQBoolean freeStruct) {
   }
 }
 
+// Whether a tag is one of a few, by one test.
+template <unsigned... kTags>
+constexpr bool isAnyOf(uint32_t tag) {
+  constexpr uint64_t kSet = (uint64_t{0} | ... | (uint64_t{1} << kTags));
+  return tag < 64 && (kSet >> tag & 1) != 0;
+}
+
+constexpr bool operandOwnsMemory(uint32_t tag) {
+  return isAnyOf<2, 3, 5, 6, 53, 54, 55, 56>(tag);
+}
+
+// The value types whose member is a text: character, diary, decimal, view and display.
+constexpr bool isTextType(uint32_t dataType) {
+  return isAnyOf<4, 5, 10, 42, 43>(dataType);
+}
+
 template <typename List>
 void setEmpty(List& list) {
   list.numItems = 0;
@@ -111,13 +127,8 @@ inline unsigned copyText(char*& dest, const char* source) {
   if (source == nullptr) {
     return kDone;
   }
-  const size_t size = strlen(source) + 1;
-  dest = allocate<char>(size);
-  if (dest == nullptr) {
-    return kOutOfMemory;
-  }
-  memcpy(dest, source, size);
-  return kDone;
+  dest = strdup(source);
+  return dest == nullptr ? kOutOfMemory : kDone;
 }
 
 // An array that owns nothing, and its count. A count without an array, or the reverse, copies as

@@ -5,6 +5,7 @@
 // recursion nor a stack on the heap. A block whose members have been taken is spent: while one of
 // its two subtrees is given back, the other one is kept in the spent block itself.
 
+#include <cstdint>
 #include <new>
 #include <utility>
 
@@ -19,10 +20,24 @@ namespace {
 
 enum class Kind { Qualifier, Relation, Arithmetic, Query };
 
-// A block that was taken out of its owner, and all that hangs from it.
-struct Tree {
-  Kind kind = Kind::Qualifier;
-  void* block = nullptr;
+// A block that was taken out of its owner, and all that hangs from it. Heap blocks are aligned, so
+// the kind finds room in the address, and a tree is passed around in one register.
+class Tree {
+ public:
+  Tree() = default;
+  Tree(Kind kind, void* block)
+      : word_(block == nullptr ? 0
+                               : reinterpret_cast<uintptr_t>(block) | static_cast<unsigned>(kind)) {
+  }
+
+  bool isEmpty() const { return word_ == 0; }
+  Kind kind() const { return static_cast<Kind>(word_ & kKindBits); }
+  void* block() const { return reinterpret_cast<void*>(word_ & ~kKindBits); }
+
+ private:
+  static constexpr uintptr_t kKindBits = 3;
+
+  uintptr_t word_ = 0;
 };
 
 struct Children {
@@ -45,8 +60,8 @@ Tree take(Kind kind, Block*& member) {
   return {kind, std::exchange(member, nullptr)};
 }
 
-// Gives back what the operand owns, but for a tree, which is returned. The tag stays.
-Tree takeFromOperand(ZQFieldValueOrArithStruct& operand) {
+// Not inlined, so that a field costs no more than the test in takeFromOperand.
+[[gnu::noinline]] Tree takeFromOwner(ZQFieldValueOrArithStruct& operand) {
   switch (operand.tag) {
     case 2:
       FreeZQValueStruct(&operand.u.value, 0);
@@ -67,6 +82,11 @@ Tree takeFromOperand(ZQFieldValueOrArithStruct& operand) {
     default:
       return {};
   }
+}
+
+// Gives back what the operand owns, but for a tree, which is returned. The tag stays.
+Tree takeFromOperand(ZQFieldValueOrArithStruct& operand) {
+  return records::operandOwnsMemory(operand.tag) ? takeFromOwner(operand) : Tree();
 }
 
 Children takeFromQualifier(ZQQualifierStruct& node) {
@@ -114,15 +134,15 @@ Children takeFromQuery(ZQQueryValueStruct& query) {
 }
 
 Children takeChildren(const Tree& tree) {
-  switch (tree.kind) {
+  switch (tree.kind()) {
     case Kind::Qualifier:
-      return takeFromQualifier(*static_cast<ZQQualifierStruct*>(tree.block));
+      return takeFromQualifier(*static_cast<ZQQualifierStruct*>(tree.block()));
     case Kind::Relation:
-      return takeFromRelation(*static_cast<ZQRelOpStruct*>(tree.block));
+      return takeFromRelation(*static_cast<ZQRelOpStruct*>(tree.block()));
     case Kind::Arithmetic:
-      return takeFromArithmetic(*static_cast<ZQArithOpStruct*>(tree.block));
+      return takeFromArithmetic(*static_cast<ZQArithOpStruct*>(tree.block()));
     case Kind::Query:
-      return takeFromQuery(*static_cast<ZQQueryValueStruct*>(tree.block));
+      return takeFromQuery(*static_cast<ZQQueryValueStruct*>(tree.block()));
   }
   return {};
 }
@@ -130,18 +150,19 @@ Children takeChildren(const Tree& tree) {
 void freeTree(Tree tree) {
   Waiting* waiting = nullptr;
   for (;;) {
-    while (tree.block != nullptr) {
-      void* spent = tree.block;
-      Children children = takeChildren(tree);
-      if (children.first.block == nullptr) {
-        std::swap(children.first, children.second);
-      }
-      if (children.second.block != nullptr) {
-        waiting = new (spent) Waiting{waiting, children.second};
+    while (!tree.isEmpty()) {
+      void* spent = tree.block();
+      const Children children = takeChildren(tree);
+      // The right side goes first: chains of conditions hang on the left, and while a leaf on the
+      // right is given back the next link comes into the cache.
+      const bool isFork = !children.first.isEmpty() && !children.second.isEmpty();
+      tree = children.second.isEmpty() ? children.first : children.second;
+      if (isFork) {
+        __builtin_prefetch(children.first.block());
+        waiting = new (spent) Waiting{waiting, children.first};
       } else {
         free(spent);
       }
-      tree = children.first;
     }
     if (waiting == nullptr) {
       return;

@@ -10,6 +10,26 @@ using records::release;
 
 namespace {
 
+// What a value owns beside texts.
+void freeOwnedRecord(ZQValueStruct& value) {
+  switch (value.dataType) {
+    case 9:
+      FreeZQByteList(value.u.byteList, 1);
+      break;
+    case 11:
+      FreeZQAttachStruct(value.u.attachmentValue, 1);
+      break;
+    case 12:
+      FreeZQCurrencyStruct(value.u.currencyValue, 1);
+      break;
+    case 41:
+      FreeZQCoordList(value.u.coordinateList, 1);
+      break;
+    default:
+      break;
+  }
+}
+
 void freeValueOfField(ZQFieldValueStruct* field, ZQBoolean) {
   FreeZQValueStruct(&field->value, 0);
 }
@@ -20,36 +40,10 @@ void FreeZQValueStruct(ZQValueStruct* value, ZQBoolean freeStruct) {
   if (value == nullptr) {
     return;
   }
-  switch (value->dataType) {
-    case 4:
-      free(value->u.characterValue);
-      break;
-    case 5:
-      free(value->u.diaryValue);
-      break;
-    case 9:
-      FreeZQByteList(value->u.byteList, 1);
-      break;
-    case 10:
-      free(value->u.decimalValue);
-      break;
-    case 11:
-      FreeZQAttachStruct(value->u.attachmentValue, 1);
-      break;
-    case 12:
-      FreeZQCurrencyStruct(value->u.currencyValue, 1);
-      break;
-    case 41:
-      FreeZQCoordList(value->u.coordinateList, 1);
-      break;
-    case 42:
-      free(value->u.viewValue);
-      break;
-    case 43:
-      free(value->u.displayValue);
-      break;
-    default:
-      break;
+  if (records::isTextType(value->dataType)) {
+    free(value->u.characterValue);
+  } else {
+    freeOwnedRecord(*value);
   }
   clear(*value);
   finishFree(value, freeStruct);

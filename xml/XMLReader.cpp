@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <cstring>
+#include <new>
 #include <string>
 #include <string_view>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -26,13 +28,14 @@ std::atomic<unsigned> entityExpansionLimit{ZQXML_DEFAULT_ENTITY_EXPANSION_LIMIT}
 // UTF-8.
 class FileSource : public xercesc::InputSource {
  public:
-  explicit FileSource(std::string name) : path(std::move(name)) {
+  FileSource(std::string name, ReaderMemory& memory) : InputSource(&memory), path(std::move(name)) {
     const std::u16string systemId = ZQXMLFromLocal(path.c_str());
     setSystemId(systemId.c_str());
   }
 
   xercesc::BinInputStream* makeStream() const override {
-    auto stream = std::make_unique<xercesc::BinFileInputStream>(path.c_str());
+    auto stream = std::unique_ptr<xercesc::BinFileInputStream>(
+        new (getMemoryManager()) xercesc::BinFileInputStream(path.c_str(), getMemoryManager()));
     return stream->getIsOpen() ? stream.release() : nullptr;
   }
 
@@ -120,6 +123,38 @@ std::string pathOf(const char* name) {
 
 }  // namespace
 
+void* ReaderMemory::allocate(XMLSize_t size) {
+  if (size > SIZE_MAX - sizeof(Link)) {
+    throw std::bad_alloc();
+  }
+  auto* link = new (operator new(sizeof(Link) + size)) Link;
+  link->previous = &blocks;
+  link->next = blocks.next;
+  link->next->previous = link;
+  blocks.next = link;
+  return link + 1;
+}
+
+void ReaderMemory::deallocate(void* block) {
+  if (block == nullptr) {
+    return;
+  }
+  Link* link = static_cast<Link*>(block) - 1;
+  link->previous->next = link->next;
+  link->next->previous = link->previous;
+  operator delete(link);
+}
+
+xercesc::MemoryManager* ReaderMemory::getExceptionMemoryManager() {
+  return this;
+}
+
+void ReaderMemory::releaseAll() {
+  while (blocks.next != &blocks) {
+    deallocate(blocks.next + 1);
+  }
+}
+
 void SetXMLEntityExpansionLimit(unsigned limit) {
   entityExpansionLimit = limit;
 }
@@ -131,9 +166,11 @@ unsigned GetXMLEntityExpansionLimit(void) {
 // The default scanner stays: the faster one for texts without a document type looks for a repeated
 // attribute by comparing all with all, and a start tag with very many of them would keep it busy
 // for hours.
-std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(xercesc::SecurityManager& security) {
+std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(xercesc::SecurityManager& security,
+                                                       ReaderMemory& memory) {
   using xercesc::XMLUni;
-  std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
+  std::unique_ptr<xercesc::SAX2XMLReader> reader(
+      xercesc::XMLReaderFactory::createXMLReader(&memory));
   for (const XMLCh* feature :
        {XMLUni::fgSAX2CoreNameSpaces, XMLUni::fgSAX2CoreValidation, XMLUni::fgXercesSchema,
         XMLUni::fgXercesLoadSchema, XMLUni::fgXercesLoadExternalDTD}) {
@@ -144,13 +181,14 @@ std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(xercesc::SecurityManager&
   return reader;
 }
 
-std::unique_ptr<xercesc::InputSource> openDocument(const ZQXMLInputDoc& document) {
+std::unique_ptr<xercesc::InputSource> openDocument(const ZQXMLInputDoc& document,
+                                                   ReaderMemory& memory) {
   const char* text = document.doc != nullptr ? document.doc : "";
   if (document.docType != ZQXML_INPUT_MEMORY) {
-    return std::make_unique<FileSource>(pathOf(text));
+    return std::make_unique<FileSource>(pathOf(text), memory);
   }
   auto source = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte*>(text),
-                                                             strlen(text), "", false);
+                                                             strlen(text), "", false, &memory);
   source->setCopyBufToStream(false);
   return source;
 }

@@ -1,5 +1,7 @@
 #include "xml/ZQGNString.h"
 
+#include <unistd.h>
+
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -9,6 +11,7 @@
 
 #include "xml/ZQXMLException.h"
 #include "zqxml/messages.h"
+#include "zqxml/stream.h"
 
 namespace {
 
@@ -83,6 +86,27 @@ int ZQGNString::DetachStrReference(char** text) {
   *text = dataBuffers[0].data;
   dataBuffers[0] = {};
   textLength = 0;
+  return 0;
+}
+
+int ZQGNString::AppendToFile(const char* fileName) const {
+  ZQFILE* file = ZQfopen(fileName, "a");
+  if (file == nullptr) {
+    return ZQ_MESSAGE_FILE_OPEN;
+  }
+  for (int i = 0; i < numDataBuffers && dataBuffers[i].length > 0; ++i) {
+    ZQfwrite(dataBuffers[i].data, 1, static_cast<size_t>(dataBuffers[i].length), file);
+  }
+  ZQfclose(file);
+  return 0;
+}
+
+int ZQGNString::WriteToFileHandle(int fileHandle) const {
+  for (int i = 0; i < numDataBuffers && dataBuffers[i].length > 0; ++i) {
+    if (write(fileHandle, dataBuffers[i].data, static_cast<size_t>(dataBuffers[i].length)) == -1) {
+      return ZQ_MESSAGE_WRITE_FAILED;
+    }
+  }
   return 0;
 }
 

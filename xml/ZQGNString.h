@@ -36,6 +36,14 @@ class ZQGNString {
   // null. The result is always 0.
   int DetachStrReference(char** text);
 
+  // Appends the text to a file. Returns 0, or message 8954 if the file can't be opened, or has no
+  // name. Deliberate: the results of the writes aren't looked at.
+  int AppendToFile(const char* fileName) const;
+
+  // Writes the text to a descriptor. Returns 0, or message 301 if a write fails; a short write is
+  // no failure and isn't gone on with.
+  int WriteToFileHandle(int fileHandle) const;
+
  private:
   struct DataBuffer {
     int capacity;  // 0 for a block without memory

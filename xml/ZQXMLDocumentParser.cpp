@@ -50,6 +50,7 @@ void ZQXMLDocumentParser::InitObjectNameParsing(ZQUnsignedIntList* objectTypes,
 void ZQXMLDocumentParser::endParsing() {
   status = nullptr;
   parseMode = kNoMode;
+  locator = nullptr;
 }
 
 // Runs what an event does. The name is there for messages as long as that takes, and the place of a

@@ -32,7 +32,7 @@ int parseDocument(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc, ZQSt
     case ZQXML_INPUT_LOCATION:
       result = guardedEntry(status, ZQ_MESSAGE_XML_PARSER, [&] {
         pair->security.setEntityExpansionLimit(GetXMLEntityExpansionLimit());
-        pair->reader->parse(*openDocument(document));
+        pair->parse(document);
         return pair->documentParser.lostSeverity();
       });
       break;
@@ -76,11 +76,11 @@ int CreateXMLParserHandle(ZQXMLParserHandle* handle, ZQStatusList* status) {
   if (const int result = ensureXMLPlatform(status); result != 0) {
     return result;
   }
-  return guardedEntry(status, ZQ_MESSAGE_XML_START_UP, [handle] {
-    auto pair = std::make_unique<XMLParserPair>();
-    pair->reader = makeSAX2Reader(pair->security);
-    pair->reader->setContentHandler(&pair->documentParser);
-    pair->reader->setErrorHandler(&pair->documentParser);
+  // Out here it outlives the exceptions of the reader, whose memory it holds.
+  std::unique_ptr<XMLParserPair> pair;
+  return guardedEntry(status, ZQ_MESSAGE_XML_START_UP, [&] {
+    pair = std::make_unique<XMLParserPair>();
+    pair->makeReader();
     handle->handle = pair.release();
     return 0;
   });

@@ -40,7 +40,9 @@ enum {
   STATIC_L_CODES = L_CODES + 2,                /**< literal and length symbols of the fixed code */
   ZIP_INPUT_UNIT = 32768,                      /**< bytes asked of a source at a time */
   ZIP_OUTPUT_UNIT = 16384,                     /**< bytes of compressed output in one write */
-  ZIP_LONG_HASH_SIZE = 1 << 16                 /**< heads of the hash of four bytes */
+  ZIP_LONG_HASH_BITS = 16,                     /**< width of the hash of four bytes */
+  ZIP_FAST_LITERAL_BITS = 12,                  /**< most index bits of inflate's fast loop for literals and lengths */
+  ZIP_FAST_DISTANCE_BITS = 8                   /**< and its index bits for distances */
 };
 
 /** What a control block is doing. */
@@ -138,8 +140,15 @@ typedef struct ZipControlBlock {
   uint64_t sourceLength; /**< length of the compressed data, which limits what is allocated ahead */
   uint64_t outputHeld;   /**< bytes that the result in memory really holds */
   int outputLost;        /**< whether it could not be grown: then nothing more is copied to it */
+  uint16_t longHead[1 << ZIP_LONG_HASH_BITS]; /**< as `head`, for the hash of four bytes */
+  uint16_t longPrev[WSIZE];                   /**< as `prev`, for the hash of four bytes */
+  uint16_t chainCount[HASH_SIZE]; /**< for a hash of three bytes how many strings had it, modulo 2^16 */
+  uint16_t chainPlace[WSIZE];     /**< for a position that number before it was entered */
   unsigned windowStart;  /**< inflate: the half of `window` that is being filled, 0 or WSIZE */
   unsigned madeUpBytes;  /**< inflate: bytes read behind the end of the input */
+  unsigned fastLiteralBits; /**< inflate: index bits of `fastLiterals` */
+  uint32_t fastLiterals[1 << ZIP_FAST_LITERAL_BITS];   /**< inflate: literals and lengths of the fast loop */
+  uint32_t fastDistances[1 << ZIP_FAST_DISTANCE_BITS]; /**< inflate: distances of the fast loop */
 } ZipControlBlock;
 
 /** A table entry of inflate. */

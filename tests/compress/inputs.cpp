@@ -183,6 +183,13 @@ std::vector<Input> makeAll() {
       add("skewed", skewed(6000, ratio, values));
     }
   }
+  for (const unsigned values : {2u, 3u, 8u}) {
+    add("skewed", skewed(50000, 1.5, values));
+  }
+  for (const unsigned longest : {5u, 40u, 600u}) {
+    add("runs", runs(80000, longest));
+  }
+  add("collisions", collisions(100000));
   for (const unsigned values : {10u, 16u, 18u, 20u, 22u}) {
     add("fibonacci", fibonacci(values));
   }
@@ -246,6 +253,40 @@ Bytes fibonacci(unsigned values) {
   for (size_t i = bytes.size(); i > 1; --i) {
     std::swap(bytes[i - 1], bytes[random.below(static_cast<uint32_t>(i))]);
   }
+  return bytes;
+}
+
+Bytes runs(size_t length, unsigned longest) {
+  Random random(longest);
+  Bytes bytes;
+  while (bytes.size() < length) {
+    bytes.insert(bytes.end(), random.below(longest), 0);
+    bytes.push_back(static_cast<unsigned char>(random.below(8)));
+  }
+  bytes.resize(length);
+  return bytes;
+}
+
+Bytes collisions(size_t length) {
+  // The hash of the library: the upper half of a product.
+  std::vector<Bytes> words;
+  for (uint32_t upper = 0; words.size() < 400; ++upper) {
+    for (uint32_t lower = 0; lower < 0x10000; ++lower) {
+      const uint32_t word = upper << 16 | lower;
+      if ((word * 0x9E3779B1) >> 16 == 0x1234) {
+        words.push_back({static_cast<unsigned char>(word), static_cast<unsigned char>(word >> 8),
+                         static_cast<unsigned char>(word >> 16),
+                         static_cast<unsigned char>(word >> 24)});
+      }
+    }
+  }
+  Random random(1);
+  Bytes bytes;
+  while (bytes.size() < length) {
+    const Bytes& word = words[random.below(static_cast<uint32_t>(words.size()))];
+    bytes.insert(bytes.end(), word.begin(), word.end());
+  }
+  bytes.resize(length);
   return bytes;
 }
 

@@ -53,6 +53,12 @@ Bytes skewed(size_t length, double ratio, unsigned values);
 // Every value `i` occurs as often as the Fibonacci number `i` says, which makes the deepest of trees.
 Bytes fibonacci(unsigned values);
 
+// Runs of zeros of up to `longest` bytes, with single small bytes between them.
+Bytes runs(size_t length, unsigned longest);
+
+// Strings of four bytes with one and the same hash, on a little-endian machine.
+Bytes collisions(size_t length);
+
 // More than 200 inputs of up to 131,073 bytes, of all kinds.
 const std::vector<Input>& all();
 

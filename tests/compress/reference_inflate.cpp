@@ -1,6 +1,8 @@
 #include "reference_inflate.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 namespace reference {
 
@@ -104,7 +106,9 @@ class Decoder {
   // Returns whether it was the last block.
   bool block() {
     const bool last = bit() == 1;
-    switch (number(2)) {
+    out.blocks.push_back({});
+    out.blocks.back().kind = number(2);
+    switch (out.blocks.back().kind) {
       case 0:
         stored();
         break;
@@ -182,6 +186,10 @@ class Decoder {
     requireComplete(literals);
     const Code distances(std::vector<unsigned>(border, all.end()));
     requireComplete(distances);
+    Block& current = out.blocks.back();
+    current.longestLengthCode = *std::max_element(lengths.begin(), lengths.end());
+    current.longestCode = *std::max_element(all.begin(), all.end());
+    current.distanceCodes = distanceCount;
     items(literals, distances);
   }
 
@@ -192,6 +200,7 @@ class Decoder {
         return;
       }
       if (next < 256) {
+        out.blocks.back().items.push_back({0, next});
         out.data.push_back(static_cast<unsigned char>(next));
         continue;
       }
@@ -204,6 +213,7 @@ class Decoder {
         throw Stop{Verdict::Invalid};
       }
       const size_t distance = distanceOf(distanceSymbol);
+      out.blocks.back().items.push_back({static_cast<unsigned>(distance), length});
       for (unsigned i = 0; i < length; ++i) {
         if (distance > out.data.size()) {
           out.wasFarAway = true;
@@ -243,6 +253,14 @@ class Decoder {
 };
 
 }  // namespace
+
+std::vector<Item> Decoded::items() const {
+  std::vector<Item> list;
+  for (const Block& block : blocks) {
+    list.insert(list.end(), block.items.begin(), block.items.end());
+  }
+  return list;
+}
 
 Decoded inflate(const unsigned char* input, size_t length) { return Decoder(input, length).run(); }
 

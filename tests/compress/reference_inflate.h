@@ -16,11 +16,28 @@ enum class Verdict {
   Truncated,  // the stream goes on behind the end of the input
 };
 
+struct Item {
+  unsigned distance;  // 0 for a literal
+  unsigned value;     // literal, or length of the match
+  bool operator==(const Item&) const = default;
+};
+
+struct Block {
+  unsigned kind;              // 0 stored, 1 fixed, 2 dynamic
+  std::vector<Item> items;    // not of stored blocks
+  unsigned longestCode = 0;   // of literals, lengths and distances of a dynamic block
+  unsigned longestLengthCode = 0;
+  unsigned distanceCodes = 0;
+};
+
 struct Decoded {
   Verdict verdict = Verdict::Valid;
   Bytes data;                // what came out before the fault
   size_t bytesRead = 0;      // up to the end of the last byte that the stream touches
   bool wasFarAway = false;   // whether a distance pointed before the data; zeros stand there
+  std::vector<Block> blocks;
+
+  std::vector<Item> items() const;  // of all blocks
 };
 
 // Decodes a deflate stream. Beyond the RFC it accepts, as the library does: a code of one symbol of one bit wherever it

@@ -84,7 +84,7 @@ TEST(TagHash, AUnitIsNotTakenForItsLowByte) {
       std::u16string wide = widened(text);
       wide[i] = static_cast<char16_t>(wide[i] + 0x100);
       EXPECT_EQ(gTagHash.Get(wide.c_str()), -1) << text;
-      // A sum that leads to the same bucket.
+      // The same sum of bytes modulo the number of buckets.
       wide[i] = static_cast<char16_t>(text[i] + 719);
       EXPECT_EQ(gTagHash.Get(wide.c_str()), -1) << text;
     }
