@@ -17,6 +17,7 @@ int run(int argc, char** argv) {
   app.set_version_flag("--version", [] { return std::string("zqxml ") + GetZQXMLVersion(); });
   int exitCode = kDone;
   addList(app, exitCode);
+  addConvert(app, exitCode);
   addDate(app, exitCode);
   addMessage(app, exitCode);
   addVersion(app, exitCode);

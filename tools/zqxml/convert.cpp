@@ -1,0 +1,302 @@
+// zqxml convert: texts of other code sets.
+
+#include <strings.h>
+#include <zqxml/zqxml.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "output.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using File = std::unique_ptr<FILE, int (*)(FILE*)>;
+
+struct CodeSet {
+  int number;
+  const char* name;
+};
+
+constexpr CodeSet kCodeSets[] = {
+    {0, "WESTERN"},      {1, "8859_1"},       {2, "8859_15"},      {3, "JIS"},     {4, "EUC"},
+    {5, "SJIS"},         {7, "GB2312"},       {8, "EUC_C"},        {9, "BIG5"},    {10, "EUC_H"},
+    {11, "KSC_5601_87"}, {12, "KSC_5601_92"}, {13, "EUC_K"},       {14, "8859_2"}, {15, "8859_3"},
+    {16, "8859_4"},      {17, "8859_5"},      {18, "8859_6"},      {19, "8859_7"}, {20, "8859_8"},
+    {21, "8859_9"},      {22, "8859_10"},     {23, "1250"},        {24, "1251"},   {25, "1253"},
+    {26, "1254"},        {27, "1255"},        {28, "1256"},        {29, "1257"},   {30, "1258"},
+    {40, "874"},         {41, "ISO_2022_CN"}, {42, "ISO_2022_KR"}, {64, "UTF16"},  {65, "UTF8"},
+};
+
+// What convertStrExt() has converters for.
+constexpr int kConversions[][2] = {{3, 4},  {3, 5},  {4, 3},   {4, 5},   {5, 3},   {5, 4},
+                                   {9, 10}, {10, 9}, {14, 23}, {17, 24}, {23, 14}, {24, 17}};
+
+// Code sets whose texts the library doesn't take apart.
+constexpr int kNotValidated[] = {3, 41, 42, 64, 65};
+
+constexpr int kEucOrShiftJis = 6;
+
+struct Options {
+  std::vector<std::string> files;
+  std::string from;
+  std::string to;
+  bool list = false;
+  bool validate = false;
+  bool detect = false;
+  bool json = false;
+  Output output;
+};
+
+std::string charsetOf(int number) {
+  char charset[ZQ_CHARSET_SIZE];
+  SetCharset(charset, number);
+  return charset;
+}
+
+// By number, name or charset; null if there is none.
+const CodeSet* findCodeSet(const std::string& word) {
+  for (const CodeSet& set : kCodeSets) {
+    const std::string charset = charsetOf(set.number);
+    if (word == std::to_string(set.number) || strcasecmp(word.c_str(), set.name) == 0 ||
+        (!charset.empty() && strcasecmp(word.c_str(), charset.c_str()) == 0)) {
+      return &set;
+    }
+  }
+  return nullptr;
+}
+
+const char* nameOf(int number) {
+  for (const CodeSet& set : kCodeSets) {
+    if (set.number == number) {
+      return set.name;
+    }
+  }
+  return "";
+}
+
+const char* detectedName(int code) {
+  return code == 0 ? "unknown" : code == kEucOrShiftJis ? "EUC or SJIS" : nameOf(code);
+}
+
+int list(const Options& options) {
+  std::string text;
+  Json rows = Json::array();
+  for (const CodeSet& set : kCodeSets) {
+    const std::string charset = charsetOf(set.number);
+    text += std::to_string(set.number) + "\t" + set.name + "\t" + charset + "\n";
+    rows.push_back({{"number", set.number}, {"name", set.name}});
+    rows.back()["charset"] = charset.empty() ? Json() : Json(charset);
+  }
+  return options.json ? options.output.write(rows) : options.output.write(text);
+}
+
+std::string shownName(const std::string& path) {
+  return path == "-" ? "<stdin>" : path;
+}
+
+// Null if it can't be opened, which is told.
+File openFile(const std::string& path) {
+  if (path == "-") {
+    return {stdin, [](FILE*) { return 0; }};
+  }
+  File file(fopen(path.c_str(), "rb"), fclose);
+  if (file == nullptr) {
+    reportFileFault(path, errno);
+  }
+  return file;
+}
+
+// The content of a file, unless it can't be read, which is told.
+std::optional<std::string> readFile(const std::string& path) {
+  const File file = openFile(path);
+  if (file == nullptr) {
+    return std::nullopt;
+  }
+  std::string content;
+  char block[65536];
+  for (size_t got; (got = fread(block, 1, sizeof block, file.get())) > 0;) {
+    content.append(block, got);
+  }
+  if (ferror(file.get()) != 0) {
+    reportFileFault(shownName(path), errno);
+    return std::nullopt;
+  }
+  return content;
+}
+
+// The library's texts end at a zero byte, so a file with such is converted in pieces.
+std::string converted(const std::string& content, int from, int to) {
+  std::string result;
+  for (size_t start = 0; start <= content.size();) {
+    const char* piece = content.c_str() + start;
+    const size_t length = strlen(piece);
+    std::vector<char> target(5 * length + 9);
+    result += convertStrExt(piece, from, target.data(), to);
+    start += length + 1;
+    if (start <= content.size()) {
+      result += '\0';
+    }
+  }
+  return result;
+}
+
+int convert(const Options& options) {
+  const int from = findCodeSet(options.from)->number;
+  const int to = findCodeSet(options.to)->number;
+  bool isPossible = from == to;
+  for (const auto& [one, other] : kConversions) {
+    isPossible = isPossible || (one == from && other == to);
+  }
+  if (!isPossible) {
+    std::cerr << "zqxml: there is no conversion from " << nameOf(from) << " to " << nameOf(to)
+              << "\n";
+    return kUsageFault;
+  }
+  std::string result;
+  for (const std::string& path : options.files) {
+    const std::optional<std::string> content = readFile(path);
+    if (!content) {
+      return kFileFault;
+    }
+    result += converted(*content, from, to);
+  }
+  return options.output.write(result);
+}
+
+// Where the first invalid character is.
+std::optional<size_t> firstInvalid(const std::string& content, int codeSet) {
+  for (size_t start = 0; start < content.size();) {
+    const char* piece = content.c_str() + start;
+    int index = 0;
+    if (mbvalidatestring(piece, &index, codeSet) == 0) {
+      return start + static_cast<size_t>(index);
+    }
+    start += strlen(piece) + 1;
+  }
+  return std::nullopt;
+}
+
+int validate(const Options& options) {
+  const int codeSet = findCodeSet(options.from)->number;
+  for (const int number : kNotValidated) {
+    if (number == codeSet) {
+      std::cerr << "zqxml: texts of " << nameOf(codeSet) << " can't be validated\n";
+      return kUsageFault;
+    }
+  }
+  InitMbutilExt(codeSet);
+  int worst = kDone;
+  Json rows = Json::array();
+  for (const std::string& path : options.files) {
+    const std::optional<std::string> content = readFile(path);
+    if (!content) {
+      worst = kFileFault;
+      continue;
+    }
+    const std::optional<size_t> place = firstInvalid(*content, codeSet);
+    rows.push_back({{"file", shownName(path)}, {"valid", !place}});
+    if (place) {
+      const std::string before = content->substr(0, *place);
+      const auto line = 1 + std::count(before.begin(), before.end(), '\n');
+      const size_t column = *place - (before.rfind('\n') + 1) + 1;
+      rows.back().update({{"offset", *place}, {"line", line}, {"column", column}});
+      if (!options.json) {
+        std::cerr << shownName(path) << ":" << line << ":" << column
+                  << ": error: not a character of " << nameOf(codeSet) << "\n";
+      }
+      worst = std::max(worst, static_cast<int>(kAnswerIsNo));
+    }
+  }
+  return options.json ? std::max(worst, options.output.write(rows)) : worst;
+}
+
+int detect(const Options& options) {
+  int worst = kDone;
+  std::string text;
+  Json rows = Json::array();
+  for (const std::string& path : options.files) {
+    const File file = openFile(path);
+    if (file == nullptr) {
+      worst = kFileFault;
+      continue;
+    }
+    const int code = DetectJPCodeType(file.get());
+    if (ferror(file.get()) != 0) {
+      worst = reportFileFault(shownName(path), errno);
+      continue;
+    }
+    worst = std::max(worst, static_cast<int>(code == 0 ? kAnswerIsNo : kDone));
+    text += (options.files.size() > 1 ? shownName(path) + "\t" : "") + detectedName(code) + "\n";
+    rows.push_back({{"file", shownName(path)}, {"codeSet", code}, {"name", detectedName(code)}});
+  }
+  return std::max(worst, options.json ? options.output.write(rows) : options.output.write(text));
+}
+
+int run(const Options& options) {
+  if (options.list) {
+    return list(options);
+  }
+  if (options.validate) {
+    return validate(options);
+  }
+  return options.detect ? detect(options) : convert(options);
+}
+
+// What is wrong with the options as a whole, or nothing.
+std::string faultOf(const Options& options) {
+  const int actions = options.list + options.validate + options.detect + !options.to.empty();
+  if (actions != 1) {
+    return "exactly one of --to, --list, --validate and --detect is required";
+  }
+  if ((options.validate || !options.to.empty()) && options.from.empty()) {
+    return "--from is required";
+  }
+  return "";
+}
+
+}  // namespace
+
+void addConvert(CLI::App& app, int& exitCode) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command =
+      app.add_subcommand("convert", "Convert, check and detect texts of other code sets");
+  const auto isCodeSet = [](const std::string& word) {
+    return findCodeSet(word) != nullptr ? std::string() : "no code set: " + word;
+  };
+  options->files = {"-"};
+  command
+      ->add_option("FILE", options->files, "Texts; - is standard input, and what is taken without")
+      ->option_text("...");
+  command->add_option("-f,--from", options->from, "Code set of the texts: number, name or charset")
+      ->check(isCodeSet)
+      ->option_text("SET");
+  command->add_option("-t,--to", options->to, "Convert to this code set")
+      ->check(isCodeSet)
+      ->option_text("SET");
+  command->add_flag("--list", options->list, "List the code sets: number, name and charset");
+  command->add_flag("--validate", options->validate,
+                    "Tell the first place of each text that is no character of --from");
+  command->add_flag("--detect", options->detect,
+                    "Tell which Japanese code set each text is in: JIS, EUC, SJIS");
+  command->add_flag("--json", options->json, "Print JSON, except for a converted text");
+  options->output.addOption(*command);
+  command->footer(
+      "Converts JIS, EUC and SJIS into one another, and so BIG5 and EUC_H, 8859_2 and 1250, 8859_5 "
+      "and 1251.\nInvalid bytes pass; in Chinese \"??\" stands for them and for what has no "
+      "counterpart. Exits with 1 if\na text isn't valid or its code set can't be told.");
+  command->callback([options, &exitCode] {
+    if (const std::string fault = faultOf(*options); !fault.empty()) {
+      throw CLI::ValidationError("convert", fault);
+    }
+    exitCode = run(*options);
+  });
+}
