@@ -21,27 +21,84 @@ constexpr unsigned char kSingleShift3 = 0x8F;  // leads a character of three byt
 constexpr unsigned char kVoiced = 0xDE;
 constexpr unsigned char kSemiVoiced = 0xDF;
 
-bool between(int byte, int first, int last) {
+constexpr bool between(int byte, int first, int last) {
   return byte >= first && byte <= last;
 }
-bool isShiftLead(int byte) {
+constexpr bool isShiftLead(int byte) {
   return between(byte, 0x81, 0x9F) || between(byte, 0xE0, 0xEF);
 }
-bool isShiftTrail(int byte) {
+constexpr bool isShiftTrail(int byte) {
   return between(byte, 0x40, 0xFC);
 }
-bool isHigh(int byte) {
+constexpr bool isHigh(int byte) {
   return between(byte, 0xA1, 0xFE);
 }
-bool isKatakana(int byte) {
+constexpr bool isKatakana(int byte) {
   return between(byte, 0xA1, 0xDF);
 }
-bool endsLine(int byte) {
+constexpr bool endsLine(int byte) {
   return byte == '\n' || byte == '\r';
 }
 
-unsigned char asByte(int value) {
+constexpr unsigned char asByte(int value) {
   return static_cast<unsigned char>(value);
+}
+
+constexpr int rowOfLead(int lead, bool isFirstRow) {
+  return (lead - (lead < 0xA0 ? 0x70 : 0xB0)) * 2 - (isFirstRow ? 1 : 0);
+}
+constexpr bool isTrailOfFirstRow(int trail) {
+  return trail < 0x9F;
+}
+constexpr int cellOfTrail(int trail) {
+  return trail - (!isTrailOfFirstRow(trail) ? 0x7E : trail >= 0x80 ? 0x20 : 0x1F);
+}
+constexpr int leadOfRow(int row) {
+  return (row + 1) / 2 + (row < 0x5F ? 0x70 : 0xB0);
+}
+constexpr int trailOfCell(int cell, bool isFirstRow) {
+  return cell + (!isFirstRow ? 0x7E : cell < 0x60 ? 0x1F : 0x20);
+}
+
+// The same by bytes of EUC. Every second character would make a processor guess wrong if it had to
+// branch.
+struct EucTables {
+  unsigned char shiftLead[256] = {};
+  unsigned char shiftTrail[2][256] = {};  // by the lowest bit of the lead
+  unsigned char eucLead[2][256] = {};     // by whether the trail is one of the first row
+  unsigned char eucTrail[256] = {};
+};
+
+constexpr EucTables kEucTables = [] {
+  EucTables tables;
+  for (int byte = 0; byte < 256; ++byte) {
+    const int jis = byte - 0x80;
+    tables.shiftLead[byte] = asByte(leadOfRow(jis));
+    tables.shiftTrail[0][byte] = asByte(trailOfCell(jis, false));
+    tables.shiftTrail[1][byte] = asByte(trailOfCell(jis, true));
+    tables.eucLead[0][byte] = asByte(rowOfLead(byte, false) + 0x80);
+    tables.eucLead[1][byte] = asByte(rowOfLead(byte, true) + 0x80);
+    tables.eucTrail[byte] = asByte(cellOfTrail(byte) + 0x80);
+  }
+  return tables;
+}();
+static_assert(kEucTables.shiftLead[0xA5] == 0x83 && kEucTables.shiftTrail[1][0xBD] == 0x5C);
+static_assert(kEucTables.eucLead[1][0x83] == 0xA5 && kEucTables.eucTrail[0x5C] == 0xBD);
+
+// Converts the characters of two bytes ahead.
+void convertEucPairs(Conversion& text) {
+  while (text.hasTwo() && isHigh(text.in[0]) && isHigh(text.in[1])) {
+    text.put(kEucTables.shiftLead[text.in[0]], kEucTables.shiftTrail[text.in[0] & 1][text.in[1]]);
+    text.in += 2;
+  }
+}
+
+void convertShiftPairs(Conversion& text) {
+  while (text.hasTwo() && isShiftLead(text.in[0]) && isShiftTrail(text.in[1])) {
+    text.put(kEucTables.eucLead[isTrailOfFirstRow(text.in[1]) ? 1 : 0][text.in[0]],
+             kEucTables.eucTrail[text.in[1]]);
+    text.in += 2;
+  }
 }
 
 // Whether one of the marks makes a form of its own with this half-width byte.
@@ -151,17 +208,15 @@ char* convertFromJis(const char* source, char* target, PutDouble putDouble) {
 }  // namespace
 
 void sjis2jis(unsigned char* first, unsigned char* second) {
-  const int lead = *first;
-  const int trail = *second;
-  *first = asByte((lead - (lead < 0xA0 ? 0x70 : 0xB0)) * 2 - (trail < 0x9F ? 1 : 0));
-  *second = asByte(trail - (trail >= 0x9F ? 0x7E : trail >= 0x80 ? 0x20 : 0x1F));
+  const int row = rowOfLead(*first, isTrailOfFirstRow(*second));
+  *first = asByte(row);
+  *second = asByte(cellOfTrail(*second));
 }
 
 void jis2sjis(unsigned char* first, unsigned char* second) {
   const int row = *first;
-  const int cell = *second;
-  *first = asByte((row + 1) / 2 + (row < 0x5F ? 0x70 : 0xB0));
-  *second = asByte(cell + (row % 2 == 0 ? 0x7E : cell < 0x60 ? 0x1F : 0x20));
+  *first = asByte(leadOfRow(row));
+  *second = asByte(trailOfCell(*second, row % 2 != 0));
 }
 
 void han2zen(unsigned char** source, unsigned char* first, unsigned char* second, int kind) {
@@ -241,54 +296,41 @@ int bytesInShiftChar(const char* text) {
 
 char* shift2eucx(const char* source, char* target) {
   return convert(source, target, [](Conversion& text) {
+    text.copyAscii();
+    convertShiftPairs(text);
     if (text.next() < 0x80) {
-      text.copyAscii();
       return;
     }
-    unsigned char first = text.take();
+    const unsigned char first = text.take();
+    if (isKatakana(first)) {
+      text.put(kSingleShift2);
+    }
+    text.put(first);
     if (isShiftLead(first) && !text.atEnd()) {
-      unsigned char second = text.take();
-      if (isShiftTrail(second)) {
-        sjis2jis(&first, &second);
-        first = asByte(first + 0x80);
-        second = asByte(second + 0x80);
-      }
-      text.put(first, second);
-    } else {
-      if (isKatakana(first)) {
-        text.put(kSingleShift2);
-      }
-      text.put(first);
+      text.put(text.take());
     }
   });
 }
 
 char* euc2shiftx(const char* source, char* target) {
   return convert(source, target, [](Conversion& text) {
+    text.copyAscii();
+    convertEucPairs(text);
     if (text.next() < 0x80) {
-      text.copyAscii();
       return;
     }
-    unsigned char first = text.take();
+    const unsigned char first = text.take();
     if (isLongCharacter(first, text.in)) {
       text.put(first);
       text.put(text.in[0], text.in[1]);
       text.in += 2;
-    } else if (isHigh(first) && !text.atEnd()) {
-      unsigned char second = text.take();
-      if (isHigh(second)) {
-        first = asByte(first - 0x80);
-        second = asByte(second - 0x80);
-        jis2sjis(&first, &second);
-      }
-      text.put(first, second);
-    } else if (first == kSingleShift2 && !text.atEnd()) {
-      if (!isKatakana(text.next())) {
-        text.put(first);
-      }
+    } else if (first == kSingleShift2 && isKatakana(text.next())) {
       text.put(text.take());
     } else {
       text.put(first);
+      if ((isHigh(first) || first == kSingleShift2) && !text.atEnd()) {
+        text.put(text.take());
+      }
     }
   });
 }

@@ -13,6 +13,8 @@ struct Conversion {
 
   bool atEnd() const { return in == end; }
 
+  bool hasTwo() const { return end - in >= 2; }
+
   // The byte ahead; 0 at the end.
   unsigned char next() const { return *in; }
 
@@ -48,7 +50,7 @@ struct Conversion {
   char* out;
 };
 
-// Runs a converter over a text and ends the target. `step` takes and puts at least one byte.
+// Runs a converter over a text and ends the target. `step` takes at least one byte.
 template <typename Step>
 char* convert(const char* source, char* target, Step step) {
   if (source == nullptr || target == nullptr) {
