@@ -232,12 +232,14 @@ unsigned CopyZQStatusList(ZQStatusList* dest, const ZQStatusList* source) {
     return ZQ_MESSAGE_OUT_OF_MEMORY;
   }
   for (uint32_t i = 0; i < source->numItems; ++i) {
+    // Counted in any case: a record that failed owns nothing, and a list without records would keep
+    // its array.
+    dest->numItems = i + 1;
     const unsigned result = CopyZQStatusStruct(&dest->items[i], &source->items[i]);
     if (result != 0) {
       FreeZQStatusList(dest, 0);
       return result;
     }
-    dest->numItems = i + 1;
   }
   return 0;
 }

@@ -12,20 +12,29 @@
 
 struct XMLParserPair {
   xercesc::SecurityManager security;
+  ReaderMemory memory;
   ZQXMLDocumentParser documentParser;
-  // One for each kind of scanner; the full one is made when a document first needs it.
-  std::unique_ptr<xercesc::SAX2XMLReader> plainReader;
-  std::unique_ptr<xercesc::SAX2XMLReader> fullReader;
+  // Null behind a parse that an exception has ended.
+  std::unique_ptr<xercesc::SAX2XMLReader> reader;
 
-  xercesc::SAX2XMLReader& readerOf(XMLScannerKind kind) {
-    auto& reader = kind == XMLScannerKind::Plain ? plainReader : fullReader;
+  void makeReader() {
+    memory.releaseAll();
+    auto made = makeSAX2Reader(security, memory);
+    made->setContentHandler(&documentParser);
+    made->setErrorHandler(&documentParser);
+    reader = std::move(made);
+  }
+
+  // A reader that an exception has left behind is not used again: when memory has run out it takes
+  // itself to be still at work.
+  void parse(const ZQXMLInputDoc& document) {
     if (reader == nullptr) {
-      auto made = makeSAX2Reader(kind, security);
-      made->setContentHandler(&documentParser);
-      made->setErrorHandler(&documentParser);
-      reader = std::move(made);
+      makeReader();
     }
-    return *reader;
+    const auto source = openDocument(document, memory);
+    auto used = std::move(reader);
+    used->parse(*source);
+    reader = std::move(used);
   }
 };
 

@@ -1,13 +1,12 @@
 #include "xml/XMLReader.h"
 
-#include <fcntl.h>
 #include <strings.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <cstring>
+#include <new>
 #include <string>
 #include <string_view>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -29,13 +28,14 @@ std::atomic<unsigned> entityExpansionLimit{ZQXML_DEFAULT_ENTITY_EXPANSION_LIMIT}
 // UTF-8.
 class FileSource : public xercesc::InputSource {
  public:
-  explicit FileSource(std::string name) : path(std::move(name)) {
+  FileSource(std::string name, ReaderMemory& memory) : InputSource(&memory), path(std::move(name)) {
     const std::u16string systemId = ZQXMLFromLocal(path.c_str());
     setSystemId(systemId.c_str());
   }
 
   xercesc::BinInputStream* makeStream() const override {
-    auto stream = std::make_unique<xercesc::BinFileInputStream>(path.c_str());
+    auto stream = std::unique_ptr<xercesc::BinFileInputStream>(
+        new (getMemoryManager()) xercesc::BinFileInputStream(path.c_str(), getMemoryManager()));
     return stream->getIsOpen() ? stream.release() : nullptr;
   }
 
@@ -121,50 +121,39 @@ std::string pathOf(const char* name) {
   return percentDecoded(rest);
 }
 
-// As much of a document as is looked at for a document type.
-constexpr size_t kPrologSize = 4096;
-
-// Whether the first thing in a document, behind declarations and comments, is an element, so that
-// there is no document type. Anything else, such as another kind of text than ASCII, answers no.
-bool beginsWithElement(std::string_view text) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (text.starts_with(kByteOrderMark)) {
-    text.remove_prefix(kByteOrderMark.size());
-  }
-  for (;;) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
-    const std::string_view end = text.starts_with("<?")     ? "?>"
-                                 : text.starts_with("<!--") ? "-->"
-                                                            : std::string_view();
-    if (end.empty()) {
-      return text.size() >= 2 && text[0] == '<' && isAlpha(text[1]);
-    }
-    const size_t found = text.find(end, 2);
-    if (found == std::string_view::npos) {
-      return false;
-    }
-    text.remove_prefix(found + end.size());
-  }
-}
-
-// The beginning of a regular file; empty for all others, since a pipe can be read only once.
-std::string beginningOf(const std::string& path) {
-  std::string text;
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor < 0) {
-    return text;
-  }
-  struct stat information;
-  if (fstat(descriptor, &information) == 0 && S_ISREG(information.st_mode)) {
-    text.resize(kPrologSize);
-    const ssize_t count = read(descriptor, text.data(), text.size());
-    text.resize(count > 0 ? static_cast<size_t>(count) : 0);
-  }
-  close(descriptor);
-  return text;
-}
-
 }  // namespace
+
+void* ReaderMemory::allocate(XMLSize_t size) {
+  if (size > SIZE_MAX - sizeof(Link)) {
+    throw std::bad_alloc();
+  }
+  auto* link = new (operator new(sizeof(Link) + size)) Link;
+  link->previous = &blocks;
+  link->next = blocks.next;
+  link->next->previous = link;
+  blocks.next = link;
+  return link + 1;
+}
+
+void ReaderMemory::deallocate(void* block) {
+  if (block == nullptr) {
+    return;
+  }
+  Link* link = static_cast<Link*>(block) - 1;
+  link->previous->next = link->next;
+  link->next->previous = link->previous;
+  operator delete(link);
+}
+
+xercesc::MemoryManager* ReaderMemory::getExceptionMemoryManager() {
+  return this;
+}
+
+void ReaderMemory::releaseAll() {
+  while (blocks.next != &blocks) {
+    deallocate(blocks.next + 1);
+  }
+}
 
 void SetXMLEntityExpansionLimit(unsigned limit) {
   entityExpansionLimit = limit;
@@ -174,44 +163,32 @@ unsigned GetXMLEntityExpansionLimit(void) {
   return entityExpansionLimit;
 }
 
-std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(XMLScannerKind kind,
-                                                       xercesc::SecurityManager& security) {
+// The default scanner stays: the faster one for texts without a document type looks for a repeated
+// attribute by comparing all with all, and a start tag with very many of them would keep it busy
+// for hours.
+std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(xercesc::SecurityManager& security,
+                                                       ReaderMemory& memory) {
   using xercesc::XMLUni;
-  std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
-  if (kind == XMLScannerKind::Plain) {
-    reader->setProperty(XMLUni::fgXercesScannerName, const_cast<XMLCh*>(XMLUni::fgWFXMLScanner));
-  }
+  std::unique_ptr<xercesc::SAX2XMLReader> reader(
+      xercesc::XMLReaderFactory::createXMLReader(&memory));
   for (const XMLCh* feature :
        {XMLUni::fgSAX2CoreNameSpaces, XMLUni::fgSAX2CoreValidation, XMLUni::fgXercesSchema,
         XMLUni::fgXercesLoadSchema, XMLUni::fgXercesLoadExternalDTD}) {
     reader->setFeature(feature, false);
   }
   reader->setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
-  // The plain scanner knows no entities but the five of XML itself, and would count those.
-  if (kind == XMLScannerKind::Full) {
-    reader->setProperty(XMLUni::fgXercesSecurityManager, &security);
-  }
+  reader->setProperty(XMLUni::fgXercesSecurityManager, &security);
   return reader;
 }
 
-XMLScannerKind scannerFor(const ZQXMLInputDoc& document) {
-  const char* text = document.doc != nullptr ? document.doc : "";
-  bool plain;
-  if (document.docType == ZQXML_INPUT_MEMORY) {
-    plain = beginsWithElement(std::string_view(text, strnlen(text, kPrologSize)));
-  } else {
-    plain = beginsWithElement(beginningOf(pathOf(text)));
-  }
-  return plain ? XMLScannerKind::Plain : XMLScannerKind::Full;
-}
-
-std::unique_ptr<xercesc::InputSource> openDocument(const ZQXMLInputDoc& document) {
+std::unique_ptr<xercesc::InputSource> openDocument(const ZQXMLInputDoc& document,
+                                                   ReaderMemory& memory) {
   const char* text = document.doc != nullptr ? document.doc : "";
   if (document.docType != ZQXML_INPUT_MEMORY) {
-    return std::make_unique<FileSource>(pathOf(text));
+    return std::make_unique<FileSource>(pathOf(text), memory);
   }
   auto source = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte*>(text),
-                                                             strlen(text), "", false);
+                                                             strlen(text), "", false, &memory);
   source->setCopyBufToStream(false);
   return source;
 }

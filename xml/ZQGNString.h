@@ -13,11 +13,11 @@ class ZQGNString {
   enum BLOCKSIZE : int { BLOCKSIZE_ACCUMULATOR = 80, BLOCKSIZE_DOCUMENT = 8192 };
 
   explicit ZQGNString(BLOCKSIZE size = BLOCKSIZE_ACCUMULATOR) : blockSize(size) {}
-  ZQGNString(const ZQGNString&) = delete;
-  ZQGNString& operator=(const ZQGNString&) = delete;
+  ZQGNString(const ZQGNString& other);
+  ZQGNString& operator=(const ZQGNString& other);
   virtual ~ZQGNString();
 
-  // A null text is an empty one.
+  // A null text is an empty one. The text may be this object's own.
   ZQGNString& operator=(const char* text);
   ZQGNString& operator+=(const char* text);
 
@@ -26,15 +26,23 @@ class ZQGNString {
 
   bool IsEmpty() const;
 
-  // Length in bytes.
-  int GetLength() const;
+  // Length in bytes. A text that would exceed 1 GiB is out of memory.
+  int GetLength() const { return textLength; }
 
   // The whole text in one piece, owned by this object and good until its next change.
   operator char*();
 
-  // Hands the whole text to the caller, who frees it, and leaves this object empty. A text that has
-  // never been written to gives null. The result is always 0.
+  // Hands the whole text to the caller, who frees it, and leaves this object empty. It is never
+  // null. The result is always 0.
   int DetachStrReference(char** text);
+
+  // Appends the text to a file. Returns 0, or message 8954 if the file can't be opened, or has no
+  // name. Deliberate: the results of the writes aren't looked at.
+  int AppendToFile(const char* fileName) const;
+
+  // Writes the text to a descriptor. Returns 0, or message 301 if a write fails; a short write is
+  // no failure and isn't gone on with.
+  int WriteToFileHandle(int fileHandle) const;
 
  private:
   struct DataBuffer {
@@ -46,7 +54,11 @@ class ZQGNString {
   static constexpr int DATA_BUFFERS_BLKS_INCREMENT = 20;
 
   void AddString(const char* text, bool replace);
+  void AppendBlocks(const ZQGNString& other);
+  bool OwnsText(const char* text) const;
+  void ReserveFirstBlock(int needed);
   void GenNewDataBuffer(int needed);
+  DataBuffer NewBlock(int needed) const;
   void GenNewDataBufferBlocks();
   void CompactBuffers();
 
@@ -54,6 +66,7 @@ class ZQGNString {
   DataBuffer* dataBuffers = nullptr;
   int numDataBuffers = 0;
   int currentBuffer = 0;
+  int textLength = 0;
 };
 
 #endif

@@ -50,6 +50,7 @@ void ZQXMLDocumentParser::InitObjectNameParsing(ZQUnsignedIntList* objectTypes,
 void ZQXMLDocumentParser::endParsing() {
   status = nullptr;
   parseMode = kNoMode;
+  locator = nullptr;
 }
 
 // Runs what an event does. The name is there for messages as long as that takes, and the place of a
@@ -117,17 +118,18 @@ void ZQXMLDocumentParser::endElement(const XMLCh*, const XMLCh*, const XMLCh* qu
 }
 
 void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {
+  // White space between elements is half of all text events.
+  if (const ZQXMLBaseHandler* top = handlerStack.GetStackTop();
+      top != nullptr && top->ignoresText()) {
+    return;
+  }
   dispatch(nullptr, [&] {
-    ZQXMLBaseHandler* handler = topHandler();
-    if (handler->ignoresText()) {
-      return;
-    }
     const OwnedText converted = ConvertSpecialControlChars(text, length);
     ZQXMLToLocal(converted != nullptr ? converted.get() : text, length, localText);
     // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a
     // character.
     localText.resize(std::min(localText.size(), 2 * length));
-    handler->Characters(localText.c_str(), static_cast<unsigned>(length));
+    topHandler()->Characters(localText.c_str(), static_cast<unsigned>(length));
   });
 }
 

@@ -71,6 +71,11 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   // stay, since tab, line feed and carriage return are never escaped. Throws ZQXMLException 300.
   static OwnedText ConvertSpecialControlChars(const XMLCh* text, XMLSize_t length);
 
+ protected:
+  // In reach of a derived class, which may put handlers of its own at work.
+  ZQXMLHandlerStack handlerStack;
+  ZQXMLHandlerInfo handlerInfo;
+
  private:
   enum ParseMode { kNoMode = 0, kObjectNames = 1 };
 
@@ -80,8 +85,6 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   template <typename Event>
   void dispatch(const XMLCh* name, Event event);
 
-  ZQXMLHandlerStack handlerStack;
-  ZQXMLHandlerInfo handlerInfo;
   int parseMode = kNoMode;
   const xercesc::Locator* locator = nullptr;
   const XMLCh* elementName = nullptr;

@@ -2,10 +2,10 @@
 
 #include <array>
 #include <cstring>
+#include <memory>
 #include <new>
 
 #include "xml/ZQXMLException.h"
-#include "xml/ZQXMLText.h"
 #include "zqxml/messages.h"
 
 namespace {
@@ -47,6 +47,15 @@ static_assert([] {
 }());
 
 constexpr XMLCh kNoText[] = u"";
+
+// The bucket of a name. The factors spread the vocabulary over the buckets.
+size_t nameKey(const XMLCh* name, size_t length) {
+  if (length == 0) {
+    return 0;
+  }
+  const size_t key = length + name[0] * 5U + name[length / 2] * 41U + name[length - 1] * 181U;
+  return key % ZQXMLTagHash::kNameBuckets;
+}
 
 bool isTag(int id) {
   return id >= 1 && id <= kTagCount;
@@ -97,11 +106,20 @@ int ZQXMLTagHash::GetHashKey(const char* text) {
 
 void ZQXMLTagHash::Insert(const char* text, int id) {
   ChainNode*& head = buckets[GetHashKey(text)];
-  auto* node = new (std::nothrow) ChainNode{text, strlen(text), id, head};
-  if (node == nullptr) {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+  try {
+    auto node = std::make_unique<ChainNode>();
+    node->tag = text;
+    node->name.assign(bytes, bytes + strlen(text));
+    node->id = id;
+    node->next = head;
+    ChainNode*& nameHead = nameBuckets[nameKey(node->name.data(), node->name.size())];
+    node->nextName = nameHead;
+    nameHead = node.get();
+    head = node.release();
+  } catch (const std::bad_alloc&) {
     throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
   }
-  head = node;
 }
 
 int ZQXMLTagHash::Get(const char* text) const {
@@ -116,29 +134,21 @@ int ZQXMLTagHash::Get(const char* text) const {
   return tag_unknown;
 }
 
-// All tags are ASCII: the name is made a text of bytes on the way, and the rest of the work is comparing blocks. No tag
-// of the vocabulary is as long as the buffer, but the table would take one.
+// The names of elements come here, one for every start tag. Most of the time would go into the sum
+// of their bytes, so they have buckets of their own, by length and three units. All tags are ASCII,
+// so a unit is a byte of a tag.
 int ZQXMLTagHash::Get(const XMLCh* text) const {
   if (text == nullptr) {
     return tag_unknown;
   }
-  char name[64];
   size_t length = 0;
-  size_t sum = 0;
-  unsigned seen = 0;
-  for (; text[length] != 0; ++length) {
-    if (length == sizeof name) {
-      return Get(ZQXMLToLocal(text).c_str());
-    }
-    sum += text[length];
-    seen |= text[length];
-    name[length] = static_cast<char>(text[length]);
+  while (text[length] != 0) {
+    ++length;
   }
-  if (seen > 127) {
-    return tag_unknown;
-  }
-  for (const ChainNode* node = buckets[sum % kBuckets]; node != nullptr; node = node->next) {
-    if (node->length == length && memcmp(node->tag, name, length) == 0) {
+  for (const ChainNode* node = nameBuckets[nameKey(text, length)]; node != nullptr;
+       node = node->nextName) {
+    if (node->name.size() == length &&
+        memcmp(node->name.data(), text, length * sizeof(XMLCh)) == 0) {
       return node->id;
     }
   }

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <xercesc/util/XercesDefs.hpp>
 
@@ -57,18 +58,21 @@ class ZQXMLTagHash {
   void Initialize(const Entry* entries);
 
   static constexpr size_t kBuckets = 719;
+  static constexpr size_t kNameBuckets = 2048;
 
  private:
   struct ChainNode {
     const char* tag;
-    size_t length;
+    std::u16string name;  // the same as the XML parser delivers it
     int id;
-    ChainNode* next;
+    ChainNode* next;      // in the bucket of the sum of bytes
+    ChainNode* nextName;  // in the bucket of the name
   };
 
   void clear();
 
   ChainNode* buckets[kBuckets] = {};
+  ChainNode* nameBuckets[kNameBuckets] = {};
 };
 
 // The one table of the process, read-only once static initialisation is over.

@@ -29,6 +29,10 @@ void nameLocalCodeSet(char (&name)[kMaxCharsetName]) {
   name[0] = '\0';
   if (codeSetChosenByHost && nativeCodeSet != 0) {
     SetCharset(name, nativeCodeSet);
+    // No code set of zero-terminated texts.
+    if (strcasecmp(name, "utf-16") == 0) {
+      name[0] = '\0';
+    }
   }
   if (name[0] == '\0') {
     strncpy(name, nl_langinfo(CODESET), kMaxCharsetName - 1);
@@ -39,8 +43,15 @@ void nameLocalCodeSet(char (&name)[kMaxCharsetName]) {
   }
 }
 
+// Whether texts of the code set switch between character sets by escape sequences.
+bool hasStates(const char* name) {
+  constexpr char kPrefix[] = "iso-2022";
+  return strncasecmp(name, kPrefix, sizeof kPrefix - 1) == 0;
+}
+
 // The transcoder of the calling thread for the local code page; null means UTF-8. It is made anew
-// when the code page has changed. A code set that the parser does not know is taken as UTF-8.
+// when the code page has changed, and for each text of one whose texts have states. A code set that
+// the parser does not know is taken as UTF-8.
 xercesc::XMLTranscoder* localTranscoder() {
   struct State {
     char name[kMaxCharsetName] = "UTF-8";
@@ -49,7 +60,7 @@ xercesc::XMLTranscoder* localTranscoder() {
   static thread_local State state;
   char name[kMaxCharsetName];
   nameLocalCodeSet(name);
-  if (strcmp(name, state.name) != 0) {
+  if (strcmp(name, state.name) != 0 || hasStates(name)) {
     state.transcoder.reset();
     if (strcmp(name, kUtf8) != 0) {
       constexpr XMLSize_t kBlockSize = 4096;
@@ -112,23 +123,22 @@ bool narrowAscii(const XMLCh* text, size_t length, char* target) {
   return seen < 0x80;
 }
 
-// Transcodes all of the text and returns the number of bytes. `target` has `kMaxBytesPerUnit` bytes
-// per unit.
-constexpr size_t kMaxBytesPerUnit = 4;
+// What a unit takes at most: a character of two bytes between two escape sequences.
+constexpr size_t kMaxBytesPerUnit = 8;
 
-size_t encode(const XMLCh* text, size_t length, char* target) {
-  xercesc::XMLTranscoder* transcoder = localTranscoder();
-  if (transcoder == nullptr) {
-    return encodeUtf8(text, length, target);
-  }
+// A transcoder keeps half a character that ends a text for the one that comes next, and does not
+// leave the character set that the text ended in. A zero behind the text brings both to an end.
+constexpr XMLCh kEndOfText = 0;
+
+// Transcodes as much of the text as there is room for and returns the number of bytes.
+size_t encodePart(xercesc::XMLTranscoder& transcoder, const XMLCh* text, size_t length,
+                  char* target, size_t capacity) {
   size_t written = 0;
-  const size_t capacity = length * kMaxBytesPerUnit;
   while (length > 0) {
     XMLSize_t eaten = 0;
-    const XMLSize_t bytes =
-        transcoder->transcodeTo(text, length, reinterpret_cast<XMLByte*>(target) + written,
-                                capacity - written, eaten, xercesc::XMLTranscoder::UnRep_RepChar);
-    written += bytes;
+    written +=
+        transcoder.transcodeTo(text, length, reinterpret_cast<XMLByte*>(target) + written,
+                               capacity - written, eaten, xercesc::XMLTranscoder::UnRep_RepChar);
     if (eaten == 0) {
       break;
     }
@@ -136,6 +146,23 @@ size_t encode(const XMLCh* text, size_t length, char* target) {
     length -= eaten;
   }
   return written;
+}
+
+// The bytes that all of a text may take.
+size_t roomFor(const xercesc::XMLTranscoder* transcoder, size_t length) {
+  constexpr size_t kMaxUtf8BytesPerUnit = 3;
+  return transcoder != nullptr ? (length + 1) * kMaxBytesPerUnit : length * kMaxUtf8BytesPerUnit;
+}
+
+// Transcodes all of a text into `target`, which has that room, and returns the number of bytes.
+size_t encode(xercesc::XMLTranscoder* transcoder, const XMLCh* text, size_t length, char* target) {
+  if (transcoder == nullptr) {
+    return encodeUtf8(text, length, target);
+  }
+  const size_t capacity = roomFor(transcoder, length);
+  size_t written = encodePart(*transcoder, text, length, target, capacity);
+  written += encodePart(*transcoder, &kEndOfText, 1, target + written, capacity - written);
+  return written > 0 ? written - 1 : 0;
 }
 
 // Decodes UTF-8 (RFC 3629). Each byte that is no part of a character becomes U+FFFD.
@@ -175,17 +202,22 @@ std::u16string decodeUtf8(const char* text) {
   return result;
 }
 
-bool isAscii(const char* text) {
-  unsigned seen = 0;
+// Whether a text is the same in all code sets. Escape sequences consist of ASCII, too: they begin
+// with one of two control characters.
+bool isPlainAscii(const char* text) {
+  constexpr unsigned char kEscape = 0x1B;
+  constexpr unsigned char kShiftOut = 0x0E;
+  unsigned others = 0;
   for (; *text != '\0'; ++text) {
-    seen |= static_cast<unsigned char>(*text);
+    const auto byte = static_cast<unsigned char>(*text);
+    others |= (byte & 0x80U) | (byte == kEscape ? 1U : 0U) | (byte == kShiftOut ? 1U : 0U);
   }
-  return seen < 0x80;
+  return others == 0;
 }
 
 std::u16string decode(xercesc::XMLTranscoder& transcoder, const char* text) {
   std::u16string result;
-  size_t left = strlen(text);
+  size_t left = strlen(text) + sizeof *text;
   while (left > 0) {
     XMLCh units[256];
     unsigned char sizes[256];
@@ -199,6 +231,9 @@ std::u16string decode(xercesc::XMLTranscoder& transcoder, const char* text) {
     text += eaten;
     left -= eaten;
   }
+  if (!result.empty() && result.back() == kEndOfText) {
+    result.pop_back();
+  }
   return result;
 }
 
@@ -209,8 +244,9 @@ void ZQXMLToLocal(const XMLCh* text, size_t length, std::string& target) {
   if (narrowAscii(text, length, target.data())) {
     return;
   }
-  target.resize(length * kMaxBytesPerUnit);
-  target.resize(encode(text, length, target.data()));
+  xercesc::XMLTranscoder* transcoder = localTranscoder();
+  target.resize(roomFor(transcoder, length));
+  target.resize(encode(transcoder, text, length, target.data()));
 }
 
 std::string ZQXMLToLocal(const XMLCh* text) {
@@ -225,7 +261,7 @@ std::u16string ZQXMLFromLocal(const char* text) {
   if (text == nullptr) {
     return {};
   }
-  if (isAscii(text)) {
+  if (isPlainAscii(text)) {
     return std::u16string(text, text + strlen(text));
   }
   xercesc::XMLTranscoder* transcoder = localTranscoder();
@@ -245,7 +281,7 @@ ZQXMLShortText::ZQXMLShortText(const XMLCh* text) noexcept {
   }
   try {
     if (!narrowAscii(text, length, bytes)) {
-      bytes[encode(text, length, bytes)] = '\0';
+      bytes[encode(localTranscoder(), text, length, bytes)] = '\0';
     }
   } catch (...) {
     bytes[0] = '\0';

@@ -33,7 +33,7 @@ class ZQXMLShortText {
 
  private:
   static constexpr size_t kMaxUnits = 256;
-  char bytes[kMaxUnits * 4 + 1] = {};
+  char bytes[(kMaxUnits + 1) * 8] = {};
 };
 
 #endif

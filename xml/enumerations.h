@@ -7,8 +7,8 @@
 
 #include <span>
 
-// The tables, by number.
-enum ENUM_VALUE_TYPE {
+// The tables, by number. Any other number is a table without words.
+enum ENUM_VALUE_TYPE : int {
   ENUM_MENU = 1,                  // menu type, refresh, file location and data dictionary words
   ENUM_BOOLEAN = 2,               // every "true" or "false" element of definition objects
   ENUM_OPERATION = 3,             // arithmetic and relational operators

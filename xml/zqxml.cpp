@@ -32,8 +32,7 @@ int parseDocument(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc, ZQSt
     case ZQXML_INPUT_LOCATION:
       result = guardedEntry(status, ZQ_MESSAGE_XML_PARSER, [&] {
         pair->security.setEntityExpansionLimit(GetXMLEntityExpansionLimit());
-        const auto source = openDocument(document);
-        pair->readerOf(scannerFor(document)).parse(*source);
+        pair->parse(document);
         return pair->documentParser.lostSeverity();
       });
       break;
@@ -77,9 +76,11 @@ int CreateXMLParserHandle(ZQXMLParserHandle* handle, ZQStatusList* status) {
   if (const int result = ensureXMLPlatform(status); result != 0) {
     return result;
   }
-  return guardedEntry(status, ZQ_MESSAGE_XML_START_UP, [handle] {
-    auto pair = std::make_unique<XMLParserPair>();
-    pair->readerOf(XMLScannerKind::Plain);
+  // Out here it outlives the exceptions of the reader, whose memory it holds.
+  std::unique_ptr<XMLParserPair> pair;
+  return guardedEntry(status, ZQ_MESSAGE_XML_START_UP, [&] {
+    pair = std::make_unique<XMLParserPair>();
+    pair->makeReader();
     handle->handle = pair.release();
     return 0;
   });

@@ -5,14 +5,16 @@
 int main(int argc, char **argv)
 {
     ZQXMLInputDoc doc = {ZQXML_INPUT_FILE, argc > 1 ? argv[1] : NULL};
-    ZQXMLParserHandle parser;
+    ZQXMLParserHandle parser = {NULL};
     ZQUnsignedIntList kinds, types;
     ZQNameList names;
-    ZQStatusList status = {0, NULL};
-    int result = CreateXMLParserHandle(&parser, &status);
-    if (result == 0)
-        result = GetListXMLObjects(&parser, &doc, &kinds, &names, &types, &status);
-    for (uint32_t i = 0; result == 0 && i < names.numItems; i++)
+    int result = CreateXMLParserHandle(&parser, NULL);
+    result |= GetListXMLObjects(&parser, &doc, &kinds, &names, &types, NULL);
+    for (uint32_t i = 0; i < names.numItems; i++)
         printf("%#x %s\n", (unsigned)kinds.items[i], names.items[i]);
+    FreeZQUnsignedIntList(&kinds, 0);
+    FreeZQUnsignedIntList(&types, 0);
+    FreeZQNameList(&names, 0);
+    FreeZQXMLParserHandleInternal(&parser, 0);
     return result;
 }

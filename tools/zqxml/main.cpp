@@ -15,13 +15,17 @@ int run(int argc, char** argv) {
   app.require_subcommand(1);
   app.option_defaults()->ignore_case(false);
   app.set_version_flag("--version", [] { return std::string("zqxml ") + GetZQXMLVersion(); });
+  int exitCode = kDone;
+  addList(app, exitCode);
+  addDate(app, exitCode);
+  addMessage(app, exitCode);
+  addVersion(app, exitCode);
+  addCompletion(app, exitCode);
+  addManual(app, exitCode);
+  // Behind the subcommands, which would inherit it.
   app.footer(
       "Data go to standard output, all else to standard error. Exit codes: 0 done; 1 done and the "
       "answer is no;\n2 the document can't be read or written; 3 usage; 4 file or stream.");
-  int exitCode = kDone;
-  addList(app, exitCode);
-  addMessage(app, exitCode);
-  addVersion(app, exitCode);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

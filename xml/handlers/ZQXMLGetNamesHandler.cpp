@@ -1,6 +1,9 @@
 #include "xml/handlers/ZQXMLGetNamesHandler.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <iterator>
 
 #include "xml/ZQXMLException.h"
 #include "xml/ZQXMLTagHash.h"
@@ -14,47 +17,61 @@ namespace {
 constexpr int kNameLimit = sizeof(ZQNameType) - 1;
 constexpr int32_t kNoSubType = -1;
 
-// The kind of the object that an element holds, or 0. A "field" is none: standalone fields aren't
-// listed.
-uint32_t objectKindOf(int tag) {
-  switch (tag) {
-    case tag_activeLink:
-      return ZQXML_ACTIVE_LINK;
-    case tag_container:
-      return ZQXML_CONTAINER;
-    case tag_distributedMapping:
-      return ZQXML_DSO_MAPPING;
-    case tag_distributedPool:
-      return ZQXML_DSO_POOL;
-    case tag_escalation:
-      return ZQXML_ESCALATION;
-    case tag_filter:
-      return ZQXML_FILTER;
-    case tag_form:
-      return ZQXML_FORM;
-    case tag_menu:
-      return ZQXML_MENU;
-    case tag_vui:
-      return ZQXML_VUI;
-    default:
-      return 0;
+// What an element means for the list.
+enum class Role : unsigned char { None, Object, Name, ContainerType, Root };
+
+struct ObjectElement {
+  int tag;
+  uint32_t kind;
+};
+
+// A "field" is none of them: standalone fields aren't listed.
+constexpr ObjectElement kObjectElements[] = {
+    {tag_activeLink, ZQXML_ACTIVE_LINK},
+    {tag_container, ZQXML_CONTAINER},
+    {tag_distributedMapping, ZQXML_DSO_MAPPING},
+    {tag_distributedPool, ZQXML_DSO_POOL},
+    {tag_escalation, ZQXML_ESCALATION},
+    {tag_filter, ZQXML_FILTER},
+    {tag_form, ZQXML_FORM},
+    {tag_menu, ZQXML_MENU},
+    {tag_vui, ZQXML_VUI},
+};
+
+constexpr int kNameElements[] = {
+    tag_activeLinkName,
+    tag_containerName,
+    tag_distributedMappingName,
+    tag_distributedPoolName,
+    tag_escalationName,
+    tag_filterName,
+    tag_formName,
+    tag_menuName,
+};
+
+// By tag: nearly every element of a document has no role, and one look says so.
+constexpr auto kRoles = [] {
+  std::array<Role, kTagCount + 1> roles{};
+  for (const ObjectElement& element : kObjectElements) {
+    roles[static_cast<size_t>(element.tag)] = Role::Object;
   }
+  for (const int tag : kNameElements) {
+    roles[static_cast<size_t>(tag)] = Role::Name;
+  }
+  roles[tag_containerType] = Role::ContainerType;
+  roles[tag_root] = Role::Root;
+  return roles;
+}();
+
+Role roleOf(int tag) {
+  return tag > 0 ? kRoles[static_cast<size_t>(tag)] : Role::None;
 }
 
-bool isNameElement(int tag) {
-  switch (tag) {
-    case tag_activeLinkName:
-    case tag_containerName:
-    case tag_distributedMappingName:
-    case tag_distributedPoolName:
-    case tag_escalationName:
-    case tag_filterName:
-    case tag_formName:
-    case tag_menuName:
-      return true;
-    default:
-      return false;
-  }
+uint32_t kindOf(int objectTag) {
+  const auto* element =
+      std::find_if(std::begin(kObjectElements), std::end(kObjectElements),
+                   [objectTag](const ObjectElement& each) { return each.tag == objectTag; });
+  return element->kind;
 }
 
 template <typename List>
@@ -87,20 +104,26 @@ void ZQXMLGetNamesHandler::Init(ZQUnsignedIntList* types, ZQNameList* names,
 
 void ZQXMLGetNamesHandler::PreProcess(int) {}
 
-// Only the text of an open name or type is of interest: for all other elements `currentTag` is 0, so that their text,
-// nearly all of a document, is dropped before it is converted.
+// Only the text of an open name or type is of interest: for all other elements `currentTag` is 0,
+// so that their text, nearly all of a document, is dropped before it is converted.
 void ZQXMLGetNamesHandler::StartElement(int tag, const xercesc::Attributes&) {
   currentTag = 0;
-  if (const uint32_t kind = objectKindOf(tag); kind != 0) {
-    objectKind = kind;
-    objectName.Empty();
-    nameOpen = true;
-  } else if (tag == tag_containerType) {
-    subTypeText.Empty();
-    subTypeOpen = true;
-    currentTag = tag;
-  } else if (nameOpen && isNameElement(tag)) {
-    currentTag = tag;
+  switch (roleOf(tag)) {
+    case Role::Object:
+      objectKind = kindOf(tag);
+      objectName.Empty();
+      nameOpen = true;
+      break;
+    case Role::Name:
+      currentTag = nameOpen ? tag : 0;
+      break;
+    case Role::ContainerType:
+      subTypeText.Empty();
+      subTypeOpen = true;
+      currentTag = tag;
+      break;
+    default:
+      break;
   }
 }
 
@@ -112,15 +135,22 @@ void ZQXMLGetNamesHandler::Characters(const char* text, unsigned) {
 }
 
 void ZQXMLGetNamesHandler::EndElement(int tag) {
-  if (isNameElement(tag)) {
-    nameOpen = false;
-  } else if (tag == tag_containerType) {
-    subTypeOpen = false;
-  } else if (objectKindOf(tag) != 0) {
-    AddNode();
-  } else if (tag == tag_root) {
-    GenStructList();
-    CleanReferences();
+  switch (roleOf(tag)) {
+    case Role::Name:
+      nameOpen = false;
+      break;
+    case Role::ContainerType:
+      subTypeOpen = false;
+      break;
+    case Role::Object:
+      AddNode();
+      break;
+    case Role::Root:
+      GenStructList();
+      CleanReferences();
+      break;
+    default:
+      break;
   }
   currentTag = 0;
 }

@@ -1,0 +1,152 @@
+#include "xml/ElementSink.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+#include <string>
+
+#include "xml/DOMTree.h"
+#include "xml/PrintDOMNode.h"
+#include "xml/ZQGNString.h"
+#include "xml/ZQXMLTagHash.h"
+
+namespace {
+
+using Writer = std::function<void(ElementSink&)>;
+
+std::string asText(int level, const Writer& write) {
+  ZQGNString text(ZQGNString::BLOCKSIZE_DOCUMENT);
+  TextSink sink(text, level);
+  write(sink);
+  return static_cast<char*>(text);
+}
+
+std::string asTree(int level, const Writer& write) {
+  const DOMTree tree("scratch");
+  DOMSink sink(tree.get(), tree.root());
+  write(sink);
+  ZQGNString text(ZQGNString::BLOCKSIZE_DOCUMENT);
+  EXPECT_EQ(PrintDOMNode(level, tree.root()->getFirstChild(), text), 0);
+  return static_cast<char*>(text);
+}
+
+void expectBoth(int level, const Writer& write, const std::string& expected) {
+  EXPECT_EQ(asText(level, write), expected);
+  EXPECT_EQ(asTree(level, write), expected);
+}
+
+TEST(ElementSink, Elements) {
+  expectBoth(
+      1, [](ElementSink& sink) { sink.element(tag_owner, "a & b"); },
+      "\t<owner>a &amp; b</owner>\n");
+  expectBoth(
+      0, [](ElementSink& sink) { sink.element(tag_owner, ""); }, "<owner/>\n");
+  expectBoth(
+      0, [](ElementSink& sink) { sink.element(tag_owner, nullptr); }, "<owner/>\n");
+}
+
+TEST(ElementSink, AnEmptyTextIsContent) {
+  expectBoth(
+      0,
+      [](ElementSink& sink) {
+        sink.open(tag_code);
+        sink.text("");
+        sink.close();
+      },
+      "<code></code>\n");
+}
+
+TEST(ElementSink, WordsOfTheFormat) {
+  expectBoth(
+      0,
+      [](ElementSink& sink) {
+        sink.open(tag_filter);
+        sink.signedElement(tag_tag, -1);
+        sink.signedElement(tag_tag, INT32_MIN);
+        sink.unsignedElement(tag_fieldID, 4294967295U);
+        sink.unsignedElement(tag_fieldID, 0);
+        sink.booleanElement(tag_enabled, true);
+        sink.booleanElement(tag_enabled, false);
+        sink.wordElement(tag_sortOrder, tag_ascending);
+        sink.close();
+      },
+      "<filter>\n\t<tag>-1</tag>\n\t<tag>-2147483648</tag>\n\t<fieldID>4294967295</fieldID>\n"
+      "\t<fieldID>0</fieldID>\n\t<enabled>true</enabled>\n\t<enabled>false</enabled>\n"
+      "\t<sortOrder>ascending</sortOrder>\n</filter>\n");
+}
+
+TEST(ElementSink, AttributesComeByName) {
+  expectBoth(
+      1,
+      [](ElementSink& sink) {
+        sink.open(tag_form);
+        sink.attribute(tag_zqDocVersion, "1");
+        sink.attribute(tag_xmlns_xsi, "i\"&");
+        sink.attribute(tag_xmlns, "n");
+        sink.attribute(tag_xsi_schemaLocation, nullptr);
+        sink.element(tag_formName, "F");
+        sink.close();
+      },
+      "\t<form xmlns=\"n\" xmlns:xsi=\"i\"&\" xsi:schemaLocation=\"\" zqDocVersion=\"1\">\n"
+      "\t\t<formName>F</formName>\n\t</form>\n");
+}
+
+TEST(ElementSink, MixedContent) {
+  expectBoth(
+      0,
+      [](ElementSink& sink) {
+        sink.open(tag_value);
+        sink.text("a");
+        sink.element(tag_min, "b");
+        sink.text("c");
+        sink.close();
+      },
+      "<value>a\t<min>b</min>\nc</value>\n");
+}
+
+// The same element calls for both sinks, from a seed.
+void writeRandomly(ElementSink& sink, std::mt19937& random, int depth) {
+  static const char* const kTexts[] = {
+      "", "text", "&<>\"'", "\x01\x1F\t\n", "\xC3\xA9\xE6\x97\xA5", nullptr};
+  constexpr int kFirstPlainTag = 1;
+  sink.open(kFirstPlainTag + static_cast<int>(random() % 600));
+  for (const int attribute : {tag_xmlns, tag_zqDocVersion, tag_type, tag_xsi_type}) {
+    if (random() % 4 == 0) {
+      sink.attribute(attribute, kTexts[random() % 2]);
+    }
+  }
+  for (auto count = random() % 4; count > 0; --count) {
+    if (depth > 0 && random() % 2 == 0) {
+      writeRandomly(sink, random, depth - 1);
+    } else {
+      sink.text(kTexts[random() % 6]);
+    }
+  }
+  sink.close();
+}
+
+TEST(ElementSink, BothSinksGiveTheSameBytes) {
+  for (unsigned seed = 0; seed < 5000; ++seed) {
+    const Writer write = [seed](ElementSink& sink) {
+      std::mt19937 random(seed);
+      writeRandomly(sink, random, 6);
+    };
+    ASSERT_EQ(asText(static_cast<int>(seed % 3), write), asTree(static_cast<int>(seed % 3), write))
+        << seed;
+  }
+}
+
+TEST(ElementSink, LongTextsAreWhole) {
+  const std::string content(100000, '<');
+  const Writer write = [&content](ElementSink& sink) {
+    sink.open(tag_form);
+    for (int i = 0; i < 20; ++i) {
+      sink.element(tag_helpText, content.c_str());
+    }
+    sink.close();
+  };
+  EXPECT_EQ(asText(0, write), asTree(0, write));
+}
+
+}  // namespace

@@ -1,0 +1,210 @@
+// Texts of a process whose code set is not UTF-8: one that the host has chosen, or that of a
+// locale.
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <clocale>
+#include <string>
+
+#include "xml/Listing.h"
+#include "xml/ZQXMLException.h"
+#include "xml/ZQXMLText.h"
+
+namespace {
+
+std::string toLocal(const std::u16string& text) {
+  std::string result;
+  ZQXMLToLocal(text.data(), text.size(), result);
+  return result;
+}
+
+// A test of this program changes the state of the process and takes it back.
+class CodeSets : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_EQ(InitXMLParser(nullptr), 0); }
+
+  void TearDown() override {
+    setenv("LC_ALL", "C", 1);
+    unsetenv("LOCPATH");
+    InitMbutil();
+    ASSERT_EQ(toLocal(u"\u00e9"), "\xC3\xA9");
+  }
+
+  // Makes a locale and lets the process have it.
+  static void useLocale(const std::string& language, const std::string& charset) {
+    static const TestFolder folder;
+    const std::string name = language + "." + charset;
+    const std::string command = "localedef --no-archive -c -i " + language + " -f " + charset +
+                                " " + folder.path() + "/" + name + " >/dev/null 2>&1";
+    ASSERT_EQ(system(command.c_str()) & ~0x100, 0);
+    setenv("LOCPATH", folder.path().c_str(), 1);
+    setenv("LC_ALL", name.c_str(), 1);
+    InitMbutil();
+    ASSERT_EQ(setlocale(LC_ALL, nullptr), name);
+  }
+};
+
+const struct {
+  int codeSet;
+  std::u16string units;
+  std::string bytes;
+} kTexts[] = {
+    {1, u"caf\u00e9", "caf\xE9"},
+    {2, u"\u20ac\u00e9", "\xA4\xE9"},
+    {4, u"A\u65e5\u672cz", "A\xC6\xFC\xCB\xDCz"},
+    {5, u"A\u65e5\u672cz", "A\x93\xFA\x96{z"},
+    {7, u"\u4e2d\u6587", "\xD6\xD0\xCE\xC4"},
+    {8, u"\u4e2d\u6587", "\xD6\xD0\xCE\xC4"},
+    {9, u"\u4e2d\u6587", "\xA4\xA4\xA4\xE5"},
+    {10, u"\u4e2d", "\xC4\xE3"},
+    {12, u"\ud55c\uae00", "\xC7\xD1\xB1\xDB"},
+    {13, u"\ud55c\uae00", "\xC7\xD1\xB1\xDB"},
+    {14, u"\u010d", "\xE8"},
+    {17, u"\u0436", "\xD6"},
+    {18, u"\u0628", "\xC8"},
+    {19, u"\u03b1", "\xE1"},
+    {20, u"\u05d0", "\xE0"},
+    {21, u"\u0131", "\xFD"},
+    {23, u"\u010d", "\xE8"},
+    {24, u"\u0436", "\xE6"},
+    {25, u"\u03b1", "\xE1"},
+    {65, u"\u00e9\u20ac", "\xC3\xA9\xE2\x82\xAC"},
+    // Code set 0 is no choice: the locale's own stands.
+    {0, u"\u00e9\u20ac", "\xC3\xA9\xE2\x82\xAC"},
+    // A code set without a charset, and one whose texts have zeros, leave it as well.
+    {22, u"\u00e9", "\xC3\xA9"},
+    {64, u"\u00e9", "\xC3\xA9"},
+    {1000, u"\u00e9", "\xC3\xA9"},
+    {-1, u"\u00e9", "\xC3\xA9"},
+};
+
+TEST_F(CodeSets, TheHostsChoiceIsTheLocalCodePage) {
+  for (const auto& row : kTexts) {
+    InitMbutilExt(row.codeSet);
+    EXPECT_EQ(toLocal(row.units), row.bytes) << row.codeSet;
+    EXPECT_EQ(ZQXMLToLocal(row.units.c_str()), row.bytes) << row.codeSet;
+    EXPECT_EQ(ZQXMLFromLocal(row.bytes.c_str()), row.units) << row.codeSet;
+    EXPECT_EQ(ZQXMLShortText(row.units.c_str()).get(), row.bytes) << row.codeSet;
+    EXPECT_EQ(toLocal(u"plain"), "plain");
+    EXPECT_EQ(ZQXMLFromLocal("plain"), u"plain");
+  }
+}
+
+TEST_F(CodeSets, LongTextsAreWhole) {
+  for (const auto& row : kTexts) {
+    InitMbutilExt(row.codeSet);
+    for (const int count : {100, 1000, 5000, 20000}) {
+      std::u16string units;
+      std::string bytes;
+      for (int i = 0; i < count; ++i) {
+        units += row.units + u"-";
+        bytes += row.bytes + "-";
+      }
+      EXPECT_TRUE(toLocal(units) == bytes) << row.codeSet << " " << count;
+      EXPECT_TRUE(ZQXMLFromLocal(bytes.c_str()) == units) << row.codeSet << " " << count;
+    }
+  }
+}
+
+TEST_F(CodeSets, EscapeSequencesAreReadAndEndWithTheText) {
+  InitMbutilExt(3);
+  const std::string bytes = "A\x1B$BF|K\\\x1B(BZ";
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(toLocal(u"A\u65e5\u672cZ"), bytes);
+    EXPECT_EQ(ZQXMLFromLocal(bytes.c_str()), u"A\u65e5\u672cZ");
+    EXPECT_EQ(toLocal(u"\u65e5"), "\x1B$BF|\x1B(B");
+    EXPECT_EQ(ZQXMLFromLocal("\x1B$BF|\x1B(B"), u"\u65e5");
+  }
+}
+
+TEST_F(CodeSets, WhatTheCodeSetLacksHasASubstitute) {
+  InitMbutilExt(1);
+  const std::string bytes = toLocal(u"a\u65e5b");
+  EXPECT_EQ(bytes.front(), 'a');
+  EXPECT_EQ(bytes.back(), 'b');
+  EXPECT_GE(bytes.size(), 3U);
+}
+
+TEST_F(CodeSets, ACutCharacterLeavesNothingBehindForTheNextText) {
+  InitMbutilExt(4);
+  const std::u16string first = ZQXMLFromLocal("abc\xC6");
+  EXPECT_EQ(first.substr(0, 3), u"abc");
+  EXPECT_EQ(ZQXMLFromLocal("\xC6\xFC"), u"\u65e5");
+  EXPECT_EQ(ZQXMLFromLocal("abc\xC6"), first);
+  EXPECT_EQ(ZQXMLFromLocal("\xCB\xDC"), u"\u672c");
+  const std::string lone = toLocal({u'a', u'\u65e5', 0xD83D});
+  EXPECT_EQ(lone.substr(0, 3), "a\xC6\xFC");
+  EXPECT_EQ(toLocal(u"\u65e5"), "\xC6\xFC");
+  EXPECT_EQ(toLocal({0xDE00, u'b'}).back(), 'b');
+  EXPECT_EQ(toLocal({u'a', u'\u65e5', 0xD83D}), lone);
+}
+
+TEST_F(CodeSets, NamesAreListedInTheLocalCodePage) {
+  const std::string document =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?><root><form><formName>caf\xC3\xA9</formName>"
+      "</form></root>";
+  InitMbutilExt(1);
+  EXPECT_EQ(list(document).text(), "0 | form caf\xE9 | ");
+  InitMbutilExt(65);
+  EXPECT_EQ(list(document).text(), "0 | form caf\xC3\xA9 | ");
+}
+
+TEST_F(CodeSets, NamesAreCutBetweenCharacters) {
+  std::string contents;
+  std::string name;
+  for (int i = 0; i < 200; ++i) {
+    contents += "\xE6\x97\xA5";
+    name += "\xC6\xFC";
+  }
+  const std::string document = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><root><form><formName>";
+  const std::string end = "</formName></form></root>";
+  InitMbutilExt(4);
+  EXPECT_EQ(list(document + contents + end).text(), "0 | form " + name.substr(0, 254) + " | ");
+  // An odd number of bytes ahead: the 254th would be half a character.
+  EXPECT_EQ(list(document + "a" + contents + end).text(),
+            "0 | form a" + name.substr(0, 252) + " | ");
+  InitMbutilExt(5);
+  std::string shifted;
+  for (int i = 0; i < 126; ++i) {
+    shifted += "\x93\xFA";
+  }
+  EXPECT_EQ(list(document + "a" + contents + end).text(), "0 | form a" + shifted + " | ");
+}
+
+TEST_F(CodeSets, MessagesAreInTheLocalCodePage) {
+  InitMbutilExt(17);
+  EXPECT_STREQ(ZQXMLException(8941, u"\u0436").GetErrorMsg(), "<\xD6>");
+}
+
+TEST_F(CodeSets, PathsAreTakenAsTheyAre) {
+  const TestFolder folder;
+  const std::string path = folder.write("caf\xE9.xml", kGoodDocument);
+  InitMbutilExt(1);
+  EXPECT_EQ(listFile(path).text(), kGoodListing);
+  EXPECT_EQ(listFile("file://" + folder.path() + "/caf%E9.xml").text(), kGoodListing);
+}
+
+TEST_F(CodeSets, ALocalesOwnCodeSetIsTheLocalCodePage) {
+  useLocale("en_US", "ISO-8859-1");
+  EXPECT_EQ(toLocal(u"caf\u00e9"), "caf\xE9");
+  EXPECT_EQ(ZQXMLFromLocal("caf\xE9"), u"caf\u00e9");
+  useLocale("ru_RU", "ISO-8859-5");
+  EXPECT_EQ(toLocal(u"\u0436"), "\xD6");
+  EXPECT_EQ(ZQXMLFromLocal("\xD6"), u"\u0436");
+  useLocale("ja_JP", "EUC-JP");
+  EXPECT_EQ(toLocal(u"\u65e5"), "\xC6\xFC");
+  EXPECT_EQ(ZQXMLFromLocal("\xC6\xFC"), u"\u65e5");
+  useLocale("de_DE", "UTF-8");
+  EXPECT_EQ(toLocal(u"\u65e5"), "\xE6\x97\xA5");
+}
+
+TEST_F(CodeSets, AHostsChoiceStandsOverTheLocale) {
+  useLocale("ru_RU", "ISO-8859-5");
+  InitMbutilExt(4);
+  EXPECT_EQ(toLocal(u"\u65e5"), "\xC6\xFC");
+  InitMbutilExt(0);
+  EXPECT_EQ(toLocal(u"\u0436"), "\xD6");
+}
+
+}  // namespace
