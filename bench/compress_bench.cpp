@@ -1,5 +1,5 @@
-// Compression, decompression and CRC-32 beside zlib, which gets a CRC of its own to compute, and libdeflate. All results
-// lie in a fresh heap block.
+// Compression, decompression and CRC-32 beside zlib, which gets a CRC of its own to compute, and
+// libdeflate. All results lie in a fresh heap block.
 
 #include <benchmark/benchmark.h>
 #include <libdeflate.h>
@@ -44,7 +44,9 @@ void require(bool good) {
   }
 }
 
-unsigned sizeOf(const Bytes& data) { return static_cast<unsigned>(data.size()); }
+unsigned sizeOf(const Bytes& data) {
+  return static_cast<unsigned>(data.size());
+}
 
 Bytes compressed(const Bytes& data, unsigned level) {
   void* block = nullptr;
@@ -118,7 +120,9 @@ void compressLibdeflate(benchmark::State& state, Kind kind, size_t megabytes, in
 }
 
 // All decoders get the stream that zlib writes at level 6.
-Bytes streamOf(const Bytes& data) { return compressedByZlib(data, 6); }
+Bytes streamOf(const Bytes& data) {
+  return compressedByZlib(data, 6);
+}
 
 Bytes containerOf(const Bytes& data) {
   const Bytes empty = compressed(data, 1);
@@ -212,7 +216,7 @@ void add(const std::string& name, Kind kind, size_t megabytes, Function function
 
 const bool kRegistered = [] {
   for (const Kind kind : {Kind::Text, Kind::Xml, Kind::Binary, Kind::Base64, Kind::Random}) {
-    for (const size_t megabytes : {1, 20}) {
+    for (const size_t megabytes : {1u, 20u}) {
       for (const int level : {1, 6, 9}) {
         const std::string suffix = std::to_string(level);
         add("BM_Compress" + suffix, kind, megabytes, compress, static_cast<unsigned>(level));

@@ -1,12 +1,13 @@
 // CRC-32, in two ways.
 //
-// Slicing: sixteen tables tell what a byte does to the register 0 to 15 bytes later, so that sixteen bytes are taken in
-// one step.
+// Slicing: sixteen tables tell what a byte does to the register 0 to 15 bytes later, so that
+// sixteen bytes are taken in one step.
 //
-// Carry-less multiplication: bytes are the coefficients of a polynomial, and a CRC is its remainder. 16 bytes that lie
-// `d` bits ahead of others can be replaced by their product with x^d mod P, added to those others; a multiplication of
-// 64 by 32 bits fits into 128. So four lanes of 16 bytes are folded 512 bits further on in each step, then into one lane,
-// and what is left is a message of 16 bytes with the same remainder. (V. Gopal et al., "Fast CRC Computation for Generic
+// Carry-less multiplication: bytes are the coefficients of a polynomial, and a CRC is its
+// remainder. 16 bytes that lie `d` bits ahead of others can be replaced by their product with x^d
+// mod P, added to those others; a multiplication of 64 by 32 bits fits into 128. So four lanes of
+// 16 bytes are folded 512 bits further on in each step, then into one lane, and what is left is a
+// message of 16 bytes with the same remainder. (V. Gopal et al., "Fast CRC Computation for Generic
 // Polynomials Using PCLMULQDQ Instruction", 2009.)
 
 #include "compress/crc32.h"
@@ -88,8 +89,8 @@ uint32_t updateCrc32(uint32_t value, const unsigned char* bytes, size_t count) {
 
 namespace {
 
-// x^exponent mod P as a factor of carry-less multiplication: reflected, and shifted by one since the product of two
-// reflected numbers of 64 bits comes out one bit too low.
+// x^exponent mod P as a factor of carry-less multiplication: reflected, and shifted by one since
+// the product of two reflected numbers of 64 bits comes out one bit too low.
 constexpr uint64_t powerOfX(unsigned exponent) {
   uint32_t value = uint32_t{1} << 31;
   for (; exponent > 0; --exponent) {
@@ -161,7 +162,9 @@ ZQXML_CARRYLESS uint32_t updateCrc32Carryless(uint32_t value, const unsigned cha
 
 #else
 
-bool hasCarrylessMultiplication() { return false; }
+bool hasCarrylessMultiplication() {
+  return false;
+}
 
 uint32_t updateCrc32Carryless(uint32_t value, const unsigned char* bytes, size_t count) {
   return updateCrc32Slicing(value, bytes, count);

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// Folds bytes into the register, by the fastest way that the processor knows. The caller starts the register with all
-// ones and inverts it at the end.
+// Folds bytes into the register, by the fastest way that the processor knows. The caller starts the
+// register with all ones and inverts it at the end.
 uint32_t updateCrc32(uint32_t value, const unsigned char* bytes, size_t count);
 
 // The ways: each gives the same on all processors that have it.

@@ -1,12 +1,14 @@
 // String matching over a hash-chained window of two halves.
 //
-// What is searched, in which order, and which match is taken settles every byte of the output, so none of it may change.
-// Window position 0 marks an empty entry of the hash, which is why the string that begins there is never matched.
+// What is searched, in which order, and which match is taken settles every byte of the output, so
+// none of it may change. Window position 0 marks an empty entry of the hash, which is why the
+// string that begins there is never matched.
 //
-// The search of lazy matching finds sooner what the plain one, LongestMatch, would find. Whatever beats a match of three
-// bytes has four in common with the string, so it stands in the chain of strings with the same four bytes, which is much
-// shorter. How far the plain search would have come is told by the places of both strings in the chain of three bytes,
-// which are counted when a string is entered.
+// The search of lazy matching finds sooner what the plain one, LongestMatch, would find. Whatever
+// beats a match of three bytes has four in common with the string, so it stands in the chain of
+// strings with the same four bytes, which is much shorter. How far the plain search would have come
+// is told by the places of both strings in the chain of three bytes, which are counted when a
+// string is entered.
 
 #include <algorithm>
 #include <bit>
@@ -25,7 +27,8 @@ constexpr unsigned kFirstLevelWithLongHash = 5;
 
 struct Configuration {
   uint16_t goodLength;  // from this length on the next search is a quarter as long
-  uint16_t maxLazy;     // from this length on no better match is sought; fast: longest match that is hashed
+  uint16_t
+      maxLazy;  // from this length on no better match is sought; fast: longest match that is hashed
   uint16_t niceLength;  // a match of this length ends a search
   uint16_t maxChain;    // strings that a search looks at
 };
@@ -43,7 +46,9 @@ constexpr Configuration configuration_table[] = {
     {32, 258, 258, 4096},  // 9
 };
 
-bool hasLongHash(const ZipControlBlock* block) { return block->level >= kFirstLevelWithLongHash; }
+bool hasLongHash(const ZipControlBlock* block) {
+  return block->level >= kFirstLevelWithLongHash;
+}
 
 uint32_t load32(const unsigned char* bytes) {
   uint32_t word;
@@ -61,7 +66,8 @@ uint16_t load16(const unsigned char* bytes) {
 constexpr uint32_t kThreeBytes =
     std::endian::native == std::endian::little ? 0x00FFFFFF : 0xFFFFFF00;
 
-// Number of equal bytes from the first one on, at most MAX_MATCH; the first two are known to be equal.
+// Number of equal bytes from the first one on, at most MAX_MATCH; the first two are known to be
+// equal.
 unsigned matchLength(const unsigned char* a, const unsigned char* b) {
   for (unsigned length = 2; length < MAX_MATCH; length += sizeof(uint64_t)) {
     uint64_t wordA;
@@ -104,7 +110,8 @@ unsigned searchChain(ZipControlBlock* block, unsigned stringStart, unsigned cand
   do {
     // What is longer than the best so far has its last two bytes in common with the string, too.
     const unsigned char* other = window + candidate;
-    if (load16(other + best - 1) == lastBytes && ((load32(other) ^ firstBytes) & kThreeBytes) == 0) {
+    if (load16(other + best - 1) == lastBytes &&
+        ((load32(other) ^ firstBytes) & kThreeBytes) == 0) {
       const unsigned length = matchLength(string, other);
       if (length > best) {
         match = candidate;
@@ -150,7 +157,8 @@ struct Heads {
   unsigned longHead;
 };
 
-// The part of the state that each step of the matching changes. The block has it back for whatever else is called.
+// The part of the state that each step of the matching changes. The block has it back for whatever
+// else is called.
 class Matching {
  public:
   explicit Matching(ZipControlBlock* controlBlock)
@@ -206,9 +214,7 @@ class Matching {
     updateHash(block->window[start + 1]);
   }
 
-  unsigned search(unsigned head) {
-    return std::min(searchChain(block, start, head), lookahead);
-  }
+  unsigned search(unsigned head) { return std::min(searchChain(block, start, head), lookahead); }
 
   template <bool HasLongHash>
   unsigned lazySearch(Heads heads) {
@@ -223,7 +229,8 @@ class Matching {
     return isTooFar ? MIN_MATCH - 1 : length;
   }
 
-  // Ends a step: records an item, which may end the block. `begun` is where the step's string began.
+  // Ends a step: records an item, which may end the block. `begun` is where the step's string
+  // began.
   bool tally(unsigned distance, unsigned literalOrLength) {
     return tallyItem(block, start, distance, literalOrLength);
   }
@@ -267,7 +274,8 @@ class Matching {
   unsigned sparserChain(unsigned next, unsigned shift) const;
   unsigned nearMatchOfThree(unsigned head, unsigned limit);
 
-  // What a search may return lies above this: the head of the chain may be MAX_DIST away, all others less.
+  // What a search may return lies above this: the head of the chain may be MAX_DIST away, all
+  // others less.
   unsigned lowestMatch(unsigned head) const {
     const unsigned limit = searchLimit(start);
     return limit != 0 && head == limit ? limit - 1 : limit;
@@ -350,9 +358,9 @@ unsigned Matching::searchLongChains(unsigned head, unsigned next, unsigned limit
   return nearMatchOfThree(head, limit);
 }
 
-// Candidates can also be found by the strings that begin `shift` bytes behind them, as long as those have been entered.
-// Returns the first such string if that chain leads further away than the candidate `next` of the string's own chain, so
-// that it is probably the shorter one; otherwise 0.
+// Candidates can also be found by the strings that begin `shift` bytes behind them, as long as
+// those have been entered. Returns the first such string if that chain leads further away than the
+// candidate `next` of the string's own chain, so that it is probably the shorter one; otherwise 0.
 unsigned Matching::sparserChain(unsigned next, unsigned shift) const {
   constexpr int kMaxSkipped = 16;
   if (shift == 0 || next + shift > start) {
@@ -383,8 +391,8 @@ inline unsigned Matching::nearMatchOfThree(unsigned head, unsigned limit) {
 }  // namespace
 
 int LongestMatchInit(ZipControlBlock* block) {
-  // What lies behind the data is hashed and compared before a match is cut to the data, so it must not be left to
-  // chance.
+  // What lies behind the data is hashed and compared before a match is cut to the data, so it must
+  // not be left to chance.
   memset(block->window, 0, sizeof block->window);
   memset(block->prev, 0, sizeof block->prev);
   memset(block->head, 0, sizeof block->head);
@@ -425,8 +433,7 @@ void FillWindow(ZipControlBlock* block) {
   if (block->endOfInput) {
     return;
   }
-  const int count =
-      readSource(block, block->window + block->stringStart + block->lookahead, space);
+  const int count = readSource(block, block->window + block->stringStart + block->lookahead, space);
   if (count <= 0) {
     block->endOfInput = 1;
   } else {
@@ -485,8 +492,8 @@ unsigned deflateLazy(ZipControlBlock* block) {
     bool mustFlush = false;
     if (previousLength >= MIN_MATCH && length <= previousLength) {
       // The match of the step before begins one byte back.
-      mustFlush = matching.tally(matching.stringStart() - 1 - previousMatch,
-                                 previousLength - MIN_MATCH);
+      mustFlush =
+          matching.tally(matching.stringStart() - 1 - previousMatch, previousLength - MIN_MATCH);
       matching.advance();
       for (unsigned i = 2; i < previousLength; ++i) {
         matching.insertLazy<HasLongHash>();

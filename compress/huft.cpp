@@ -1,8 +1,9 @@
 // Lookup tables for Huffman codes.
 //
-// A code is looked up by the next bits of the input, low bit first, in a table with an entry for each value of them; an
-// entry with fewer bits is repeated. Codes with more bits than the table's index link to a table for the rest, which may
-// link on. All tables of a code form a chain through an entry that stands ahead of each table.
+// A code is looked up by the next bits of the input, low bit first, in a table with an entry for
+// each value of them; an entry with fewer bits is repeated. Codes with more bits than the table's
+// index link to a table for the rest, which may link on. All tables of a code form a chain through
+// an entry that stands ahead of each table.
 
 #include <algorithm>
 #include <array>
@@ -18,8 +19,8 @@ constexpr unsigned kMaxCodes = 288;
 
 using Counts = std::array<unsigned, kMaxLength + 1>;
 
-// Index bits of a table for codes of which `consumed` bits are already used: as few as hold the rest of this length's
-// codes and the longer ones behind them, but `limit` at most.
+// Index bits of a table for codes of which `consumed` bits are already used: as few as hold the
+// rest of this length's codes and the longer ones behind them, but `limit` at most.
 unsigned tableBits(const Counts& counts, unsigned length, unsigned codesLeft, unsigned consumed,
                    unsigned limit) {
   unsigned bits = length - consumed;

@@ -1,9 +1,10 @@
 // The decoder of deflate streams (RFC 1951).
 //
-// The window serves as a ring of two halves: one is filled while the other one holds what matches may still refer to, and
-// each is written out when it is full. A distance that points before the start of the data finds zeros there; the
-// checksum tells. The input is read byte by byte near its end, since behind the end bytes are made up and each status
-// follows from how far a stream gets on them.
+// The window serves as a ring of two halves: one is filled while the other one holds what matches
+// may still refer to, and each is written out when it is full. A distance that points before the
+// start of the data finds zeros there; the checksum tells. The input is read byte by byte near its
+// end, since behind the end bytes are made up and each status follows from how far a stream gets on
+// them.
 
 #include "compress/inflate.h"
 
@@ -22,7 +23,8 @@ constexpr int kUnknownKind = 2;
 
 constexpr unsigned kWindowMask = ZIP_WINDOW_SIZE - 1;
 
-// A stored block can ask for 65,535 bytes behind the end of the input; whatever asks for more would do so for ever.
+// A stored block can ask for 65,535 bytes behind the end of the input; whatever asks for more would
+// do so for ever.
 constexpr unsigned kMaxMadeUpBytes = 70000;
 
 constexpr unsigned kMaxLiteralCodes = 286;
@@ -31,12 +33,13 @@ constexpr unsigned kFirstLength = 257;
 
 constexpr unsigned char border[BL_CODES] = {16, 17, 18, 0, 8,  7, 9,  6, 10, 5,
                                             11, 4,  12, 3, 13, 2, 14, 1, 15};
-constexpr uint16_t cplens[] = {3,  4,  5,  6,  7,  8,  9,  10, 11,  13,  15,  17,  19,  23,  27, 31,
+constexpr uint16_t cplens[] = {3,  4,  5,  6,  7,  8,  9,  10,  11,  13,  15,  17,  19,  23, 27, 31,
                                35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195, 227, 258, 0,  0};
-constexpr uint16_t cplext[] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2,           2,
-                               3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0, kHuftInvalid, kHuftInvalid};
-constexpr uint16_t cpdist[] = {1,   2,   3,   4,   5,   7,    9,    13,   17,   25,
-                               33,  49,  65,  97,  129, 193,  257,  385,  513,  769,
+constexpr uint16_t cplext[] = {0,           0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2,
+                               2,           3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0, kHuftInvalid,
+                               kHuftInvalid};
+constexpr uint16_t cpdist[] = {1,    2,    3,    4,    5,    7,    9,    13,    17,    25,
+                               33,   49,   65,   97,   129,  193,  257,  385,   513,   769,
                                1025, 1537, 2049, 3073, 4097, 6145, 8193, 12289, 16385, 24577};
 constexpr uint16_t cpdext[] = {0, 0, 0, 0, 1, 1, 2, 2,  3,  3,  4,  4,  5,  5,  6,
                                6, 7, 7, 8, 8, 9, 9, 10, 10, 11, 11, 12, 12, 13, 13};
@@ -44,7 +47,8 @@ constexpr uint16_t mask_bits[] = {0x0000, 0x0001, 0x0003, 0x0007, 0x000F, 0x001F
                                   0x003F, 0x007F, 0x00FF, 0x01FF, 0x03FF, 0x07FF,
                                   0x0FFF, 0x1FFF, 0x3FFF, 0x7FFF, 0xFFFF};
 
-// The bits of the input, low bit first. The accumulator of the block is taken over, and given back by store().
+// The bits of the input, low bit first. The accumulator of the block is taken over, and given back
+// by store().
 class BitReader {
  public:
   explicit BitReader(ZipControlBlock* controlBlock)
@@ -192,7 +196,8 @@ int inflateItem(ZipControlBlock* block, const BlockCode& code, bool* atEnd) {
   return kGood;
 }
 
-// Brings the window in order after the fast loop, whose last item may have crossed the end of the half.
+// Brings the window in order after the fast loop, whose last item may have crossed the end of the
+// half.
 void settleWindow(ZipControlBlock* block) {
   if (block->outputCount < WSIZE) {
     return;

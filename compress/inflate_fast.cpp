@@ -1,8 +1,9 @@
 // The fast loop of inflate, for where there is plenty of input and of room.
 //
-// It holds up to 64 bits of the input, so that an item (48 bits at most) needs one load; it looks codes up in flat tables
-// of small entries, which it falls back from to those of HuftBuild for codes that are longer; it copies matches by units
-// that may go too far; and it looks at the next code before it copies, since that is what the next step waits for.
+// It holds up to 64 bits of the input, so that an item (48 bits at most) needs one load; it looks
+// codes up in flat tables of small entries, which it falls back from to those of HuftBuild for
+// codes that are longer; it copies matches by units that may go too far; and it looks at the next
+// code before it copies, since that is what the next step waits for.
 //
 // An entry holds, from the low bit on:
 //   8 bits  how many bits the code takes, with its extra bits
@@ -32,7 +33,8 @@ constexpr uint32_t kCodeSizeMask = 0xF;
 constexpr uint32_t kAskHuft = 1u << 15;
 constexpr unsigned kValueShift = 16;
 
-// Pairs of literals pay in a table that is large enough for them, and that pays if hardly anything else comes.
+// Pairs of literals pay in a table that is large enough for them, and that pays if hardly anything
+// else comes.
 constexpr unsigned kUsualLiteralBits = 10;
 constexpr unsigned kPairLiteralBits = ZIP_FAST_LITERAL_BITS;
 
@@ -56,7 +58,9 @@ uint64_t load64(const unsigned char* bytes) {
   return word;
 }
 
-constexpr uint64_t lowBits(unsigned count) { return (uint64_t{1} << count) - 1; }
+constexpr uint64_t lowBits(unsigned count) {
+  return (uint64_t{1} << count) - 1;
+}
 
 uint32_t flatEntry(const huft& entry, unsigned codeBits) {
   if (entry.extra == kHuftLiteral) {
@@ -97,7 +101,8 @@ void flatten(uint32_t* flat, unsigned flatBits, const huft* table, unsigned bits
   }
 }
 
-// Joins literals with the ones behind them. From the end on, since the entry of what follows has the lower index.
+// Joins literals with the ones behind them. From the end on, since the entry of what follows has
+// the lower index.
 void joinLiterals(uint32_t* flat, unsigned flatBits) {
   for (unsigned i = 1u << flatBits; i-- > 0;) {
     const uint32_t first = flat[i];
@@ -163,7 +168,8 @@ inline __attribute__((always_inline)) FastResult decode(ZipControlBlock* block,
   unsigned char* const outputLimit = window + block->windowStart + WSIZE - kFastOutput;
   const unsigned char* input = firstInput;
   unsigned char* output = window + block->windowStart + block->outputCount;
-  // The bits above `count` are those of the byte at `input`, or zeros: the next refill gives them the same value.
+  // The bits above `count` are those of the byte at `input`, or zeros: the next refill gives them
+  // the same value.
   uint64_t bits = block->bitAccumulator;
   unsigned count = block->bitCount;
   FastResult result = FastResult::Paused;
@@ -239,7 +245,8 @@ inline __attribute__((always_inline)) FastResult decode(ZipControlBlock* block,
         continue;
       }
       if (longCode->extra >= kHuftEndOfBlock) {
-        result = longCode->extra == kHuftEndOfBlock ? FastResult::EndOfBlock : FastResult::BadStream;
+        result =
+            longCode->extra == kHuftEndOfBlock ? FastResult::EndOfBlock : FastResult::BadStream;
         break;
       }
       length = takeExtra(longCode);
@@ -269,7 +276,8 @@ inline __attribute__((always_inline)) FastResult decode(ZipControlBlock* block,
     output += length;
   } while (input <= inputLimit && output < outputLimit);
 
-  // Whole bytes that this loop has taken go back, so that it can't be told from one that takes them one by one.
+  // Whole bytes that this loop has taken go back, so that it can't be told from one that takes them
+  // one by one.
   for (; count > 7 && input > firstInput; count -= 8) {
     --input;
   }
@@ -300,7 +308,9 @@ Decode fastestDecode() {
 
 #else
 
-Decode fastestDecode() { return decodeAnywhere; }
+Decode fastestDecode() {
+  return decodeAnywhere;
+}
 
 #endif
 
@@ -310,9 +320,8 @@ void makeFastTables(ZipControlBlock* block, const BlockCode& code) {
   uint32_t* literals = block->fastLiterals;
   flatten(literals, kUsualLiteralBits, code.literals, code.literalBits);
   constexpr unsigned kSize = 1u << kUsualLiteralBits;
-  const auto literalCount =
-      std::count_if(literals, literals + kSize,
-                    [](uint32_t entry) { return (entry & kAnyLiteral) != 0; });
+  const auto literalCount = std::count_if(
+      literals, literals + kSize, [](uint32_t entry) { return (entry & kAnyLiteral) != 0; });
   block->fastLiteralBits = kUsualLiteralBits;
   if (literalCount > kSize / 8 * 7) {
     block->fastLiteralBits = kPairLiteralBits;

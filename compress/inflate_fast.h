@@ -14,15 +14,17 @@ struct BlockCode {
 
 enum class FastResult { Paused, EndOfBlock, BadStream };
 
-// What has to be there for the loop to start: bytes in `inputBuffer`, and room in the half of the window.
+// What has to be there for the loop to start: bytes in `inputBuffer`, and room in the half of the
+// window.
 constexpr unsigned kFastInput = 24;
 constexpr unsigned kFastOutput = 24;
 
 // Makes the flat tables of the fast loop.
 void makeFastTables(ZipControlBlock* block, const BlockCode& code);
 
-// Decodes items as long as input and room last. `outputCount` may be WSIZE and more afterwards, up to MIN_LOOKAHEAD: the
-// bytes beyond lie behind the half. What the block holds of the input is what a reader of single bytes would hold.
+// Decodes items as long as input and room last. `outputCount` may be WSIZE and more afterwards, up
+// to MIN_LOOKAHEAD: the bytes beyond lie behind the half. What the block holds of the input is what
+// a reader of single bytes would hold.
 FastResult inflateFast(ZipControlBlock* block, const BlockCode& code);
 
 #endif

@@ -1,8 +1,8 @@
 // Blocks: the items that the matching found, counted, given Huffman codes and sent.
 //
-// A block is coded with the fixed codes of the format or with its own, whichever takes fewer bytes. Stored blocks are
-// never written, not even for data that don't shrink. Which codes come out is settled by the rules for ties in
-// PQDownHeap, so they must not change.
+// A block is coded with the fixed codes of the format or with its own, whichever takes fewer bytes.
+// Stored blocks are never written, not even for data that don't shrink. Which codes come out is
+// settled by the rules for ties in PQDownHeap, so they must not change.
 
 #include "compress/trees.h"
 
@@ -44,8 +44,8 @@ bool smaller(const ZipControlBlock* block, const ZipCode* tree, int a, int b) {
          (tree[a].frequency == tree[b].frequency && block->depth[a] <= block->depth[b]);
 }
 
-// Walks the lengths of a tree and gives `send` each symbol of their run-length form: symbol, value and number of its
-// extra bits.
+// Walks the lengths of a tree and gives `send` each symbol of their run-length form: symbol, value
+// and number of its extra bits.
 template <typename Send>
 void forEachLengthSymbol(const ZipCode* tree, int maxCode, Send send) {
   constexpr int kNone = -1;
@@ -82,8 +82,8 @@ void forEachLengthSymbol(const ZipCode* tree, int maxCode, Send send) {
   }
 }
 
-// Cuts lengths beyond the limit to it, and makes up for that by longer codes elsewhere (the number of codes that fit
-// into the limit is what counts).
+// Cuts lengths beyond the limit to it, and makes up for that by longer codes elsewhere (the number
+// of codes that fit into the limit is what counts).
 void shortenOverflow(ZipControlBlock* block, const ZipTreeDescriptor* descriptor, int overflow) {
   const int maxLength = descriptor->maxLength;
   for (; overflow > 0; overflow -= 2) {
@@ -92,7 +92,8 @@ void shortenOverflow(ZipControlBlock* block, const ZipTreeDescriptor* descriptor
       --length;
     }
     --block->bitLengthCount[length];
-    block->bitLengthCount[length + 1] = static_cast<uint16_t>(block->bitLengthCount[length + 1] + 2);
+    block->bitLengthCount[length + 1] =
+        static_cast<uint16_t>(block->bitLengthCount[length + 1] + 2);
     --block->bitLengthCount[maxLength];
   }
   int place = HEAP_SIZE;
@@ -121,7 +122,8 @@ BitGroup withExtraBits(const ZipCode& symbol, unsigned extra, unsigned extraBits
   return {symbol.code | extra << symbol.length, symbol.length + extraBits};
 }
 
-// Sends bits as SendBits does, but stores them by whole bytes, of which eight are written at a time.
+// Sends bits as SendBits does, but stores them by whole bytes, of which eight are written at a
+// time.
 class BitWriter {
  public:
   explicit BitWriter(ZipControlBlock* controlBlock)
@@ -175,7 +177,9 @@ class BitWriter {
 static_assert(16 + MAX_BITS + 5 + MAX_BITS + 13 <= 64);
 static_assert(sizeof(ZipControlBlock::outputBuffer) >= ZIP_OUTPUT_UNIT + 2 * sizeof(uint64_t));
 
-unsigned asBytes(unsigned bits) { return (bits + kHeaderBits + 7) >> 3; }
+unsigned asBytes(unsigned bits) {
+  return (bits + kHeaderBits + 7) >> 3;
+}
 
 }  // namespace
 
@@ -258,8 +262,12 @@ void InitBlock(ZipControlBlock* block) {
   block->lastFlags = 0;
   block->flags = 0;
   block->flagBit = 1;
-  block->literalDescriptor = {block->dynamicLiteralTree, block->staticLiteralTree, kLengthExtraBits,
-                              END_BLOCK + 1,             L_CODES,                  MAX_BITS,
+  block->literalDescriptor = {block->dynamicLiteralTree,
+                              block->staticLiteralTree,
+                              kLengthExtraBits,
+                              END_BLOCK + 1,
+                              L_CODES,
+                              MAX_BITS,
                               0};
   block->distanceDescriptor = {block->dynamicDistanceTree,
                                block->staticDistanceTree,
@@ -268,8 +276,8 @@ void InitBlock(ZipControlBlock* block) {
                                D_CODES,
                                MAX_BITS,
                                0};
-  block->bitLengthDescriptor = {
-      block->bitLengthTree, nullptr, kBitLengthExtraBits, 0, BL_CODES, MAX_BL_BITS, 0};
+  block->bitLengthDescriptor = {block->bitLengthTree, nullptr, kBitLengthExtraBits, 0, BL_CODES,
+                                MAX_BL_BITS,          0};
 }
 
 void PQDownHeap(ZipControlBlock* block, const ZipCode* tree, int node) {
@@ -329,8 +337,8 @@ void GenCodes(ZipControlBlock* block, ZipCode* tree, int maxCode) {
   for (int symbol = 0; symbol <= maxCode; ++symbol) {
     const int length = tree[symbol].length;
     if (length != 0) {
-      tree[symbol].code = static_cast<uint16_t>(
-          BitStringReverse(nextCode[static_cast<size_t>(length)]++, length));
+      tree[symbol].code =
+          static_cast<uint16_t>(BitStringReverse(nextCode[static_cast<size_t>(length)]++, length));
     }
   }
 }
@@ -373,8 +381,7 @@ void BuildTree(ZipControlBlock* block, ZipTreeDescriptor* descriptor) {
     const int second = heap[1];
     heap[--block->heapMax] = first;
     heap[--block->heapMax] = second;
-    tree[node].frequency =
-        static_cast<uint16_t>(tree[first].frequency + tree[second].frequency);
+    tree[node].frequency = static_cast<uint16_t>(tree[first].frequency + tree[second].frequency);
     block->depth[node] =
         static_cast<unsigned char>(std::max(block->depth[first], block->depth[second]) + 1);
     tree[first].parent = static_cast<uint16_t>(node);
@@ -428,14 +435,17 @@ void SendAllTrees(ZipControlBlock* block, int literalCodes, int distanceCodes, i
 
 void CompressBlock(ZipControlBlock* block, const ZipCode* literalTree,
                    const ZipCode* distanceTree) {
-  // The code of each length with its extra bits behind it.
-  std::array<BitGroup, 256> lengths;
+  // The code of each length with its extra bits behind it. The symbol behind the last one in use has the mark of ScanTree
+  // for a length.
+  std::array<BitGroup, 256> lengths = {};
   for (unsigned length = 0; length < lengths.size(); ++length) {
     const unsigned symbol = block->lengthCode[length];
-    lengths[length] =
-        withExtraBits(literalTree[END_BLOCK + 1 + symbol],
-                      length - static_cast<unsigned>(block->baseLength[symbol]),
-                      static_cast<unsigned>(kLengthExtraBits[symbol]));
+    const ZipCode& code = literalTree[END_BLOCK + 1 + symbol];
+    if (code.length <= MAX_BITS) {
+      lengths[length] =
+          withExtraBits(code, length - static_cast<unsigned>(block->baseLength[symbol]),
+                        static_cast<unsigned>(kLengthExtraBits[symbol]));
+    }
   }
   BitWriter writer(block);
   const uint16_t* nextDistance = block->distanceBuffer;
@@ -449,10 +459,9 @@ void CompressBlock(ZipControlBlock* block, const ZipCode* literalTree,
       writer.put(length.bits, length.count);
       const unsigned distance = *nextDistance++;
       const unsigned symbol = distanceSymbol(block, distance);
-      const BitGroup group =
-          withExtraBits(distanceTree[symbol],
-                        distance - static_cast<unsigned>(block->baseDistance[symbol]),
-                        static_cast<unsigned>(kDistanceExtraBits[symbol]));
+      const BitGroup group = withExtraBits(
+          distanceTree[symbol], distance - static_cast<unsigned>(block->baseDistance[symbol]),
+          static_cast<unsigned>(kDistanceExtraBits[symbol]));
       writer.put(group.bits, group.count);
     }
     writer.store();

@@ -9,7 +9,8 @@ inline unsigned distanceSymbol(const ZipControlBlock* block, unsigned distance) 
   return block->distanceCode[distance < 256 ? distance : 256 + (distance >> 7)];
 }
 
-// Whether a block that compresses well so far should end, so that the next one gets trees of its own.
+// Whether a block that compresses well so far should end, so that the next one gets trees of its
+// own.
 bool blockShouldEnd(const ZipControlBlock* block, unsigned stringStart);
 
 // The body of TreeTally, for the inner loops, which keep the position in the window to themselves.

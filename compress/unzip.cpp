@@ -8,8 +8,8 @@
 
 namespace {
 
-// What a stream of `sourceLength` bytes can give, and a little: a match of 258 bytes takes at least two bits. A header
-// that promises more is not believed before the data come.
+// What a stream of `sourceLength` bytes can give, and a little: a match of 258 bytes takes at least
+// two bits. A header that promises more is not believed before the data come.
 uint64_t reachableLength(uint64_t sourceLength) {
   constexpr uint64_t kMaxRatio = 1032;
   constexpr uint64_t kSpare = 65536;
@@ -43,8 +43,7 @@ int ZQUnzip(ZipControlBlock* block) {
     block->outputMemory[block->outputHeld] = '\0';
   }
   if (result != 0) {
-    block->status =
-        result == kNoMemory ? ZQ_MESSAGE_COMPRESS_MEMORY : ZQ_MESSAGE_COMPRESS_STREAM;
+    block->status = result == kNoMemory ? ZQ_MESSAGE_COMPRESS_MEMORY : ZQ_MESSAGE_COMPRESS_STREAM;
     return static_cast<int>(block->status);
   }
   uint32_t storedCrc = 0;

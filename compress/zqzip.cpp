@@ -1,5 +1,5 @@
-// The calls of zqxml/compress.h and the one function behind them, which settles source and destination and hands the
-// work to ZQZip, ZQUnzip or ZQCopy.
+// The calls of zqxml/compress.h and the one function behind them, which settles source and
+// destination and hands the work to ZQZip, ZQUnzip or ZQCopy.
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -147,6 +147,9 @@ void VerifyCompressedDataHeader(ZipControlBlock* block, uint64_t inputLength) {
 
 int ZQCopy(ZipControlBlock* block) {
   const int result = block->inputFd != 0 ? copyFile(block) : copyMemory(block);
+  if (block->outputMemory != nullptr) {
+    block->outputMemory[block->outputHeld] = '\0';
+  }
   if (result == 0) {
     block->bytesIn = block->bytesOut;
   }

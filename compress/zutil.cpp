@@ -17,15 +17,20 @@ namespace {
 
 constexpr uint64_t kMaxResult = std::numeric_limits<uint32_t>::max();
 
-// Makes room for `size` bytes and a NUL behind them.
+// Makes room for `size` bytes and a NUL behind them, and for half as many more: a damaged stream may deliver a thousand
+// times its length, and its pieces must not be copied each time.
 bool growOutputMemory(ZipControlBlock* block, uint64_t size) {
-  void* grown = size <= kMaxResult ? realloc(block->outputMemory, size + 1) : nullptr;
+  if (size > kMaxResult) {
+    return false;
+  }
+  const uint64_t capacity = std::min(size + size / 2, kMaxResult);
+  void* grown = realloc(block->outputMemory, capacity + 1);
   if (grown == nullptr) {
     return false;
   }
   block->outputMemory = static_cast<unsigned char*>(grown);
   block->outputMemory[size] = '\0';
-  block->outputCapacity = static_cast<unsigned>(size);
+  block->outputCapacity = static_cast<unsigned>(capacity);
   return true;
 }
 
@@ -34,8 +39,7 @@ int writeToMemory(ZipControlBlock* block, const void* buffer, unsigned length) {
     return 0;
   }
   const uint64_t size = block->outputHeld + length;
-  if (block->outputLost ||
-      (size > block->outputCapacity && !growOutputMemory(block, size))) {
+  if (block->outputLost || (size > block->outputCapacity && !growOutputMemory(block, size))) {
     // A gap in the data would be worse than their end.
     block->outputLost = 1;
     block->status = ZQ_MESSAGE_COMPRESS_MEMORY;
@@ -94,7 +98,6 @@ int WriteBuf(ZipControlBlock* block, const void* buffer, unsigned length) {
 
 unsigned UpdateCRC(ZipControlBlock* block, const unsigned char* buffer, unsigned length) {
   constexpr uint32_t kStart = 0xFFFFFFFF;
-  block->crcRegister =
-      buffer == nullptr ? kStart : updateCrc32(block->crcRegister, buffer, length);
+  block->crcRegister = buffer == nullptr ? kStart : updateCrc32(block->crcRegister, buffer, length);
   return ~block->crcRegister;
 }

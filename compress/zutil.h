@@ -4,8 +4,8 @@
 
 #include "zqxml/compress_inner.h"
 
-// The next byte of the source. Behind its end bytes are made up from the failure numbers of FillInbuf; `inputFill` is
-// 0 after such a byte.
+// The next byte of the source. Behind its end bytes are made up from the failure numbers of
+// FillInbuf; `inputFill` is 0 after such a byte.
 inline unsigned nextInputByte(ZipControlBlock* block) {
   if (block->inputPosition < block->inputFill) {
     return block->inputBuffer[block->inputPosition++];

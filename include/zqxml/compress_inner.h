@@ -62,7 +62,7 @@ typedef struct ZipCode {
 
 /** What tells the three trees apart. */
 typedef struct ZipTreeDescriptor {
-  ZipCode *dynamicTree;
+  ZipCode *dynamicTree; /**< the tree of the block in hand */
   const ZipCode *staticTree; /**< null if there is none */
   const int *extraBits;      /**< number of extra bits, from symbol `extraBase` on */
   int extraBase;             /**< first symbol with extra bits */
@@ -108,17 +108,17 @@ typedef struct ZipControlBlock {
   unsigned huftCount;         /**< inflate: table entries allocated for the block in hand */
   unsigned previousLength;    /**< best match of the step before, and the length to beat */
   unsigned matchStart;        /**< start of the best match found */
-  ZipCode dynamicLiteralTree[HEAP_SIZE];
-  ZipCode dynamicDistanceTree[2 * D_CODES + 1];
-  ZipCode staticLiteralTree[STATIC_L_CODES];
-  ZipCode staticDistanceTree[D_CODES];
-  ZipCode bitLengthTree[2 * BL_CODES + 1];
+  ZipCode dynamicLiteralTree[HEAP_SIZE]; /**< literals and lengths of the block in hand */
+  ZipCode dynamicDistanceTree[2 * D_CODES + 1]; /**< distances of the block in hand */
+  ZipCode staticLiteralTree[STATIC_L_CODES]; /**< the fixed codes of literals and lengths */
+  ZipCode staticDistanceTree[D_CODES]; /**< the fixed codes of distances */
+  ZipCode bitLengthTree[2 * BL_CODES + 1]; /**< the lengths of the codes of the block in hand */
   uint16_t bitLengthCount[MAX_BITS + 1]; /**< codes of each length */
-  ZipTreeDescriptor literalDescriptor;
-  ZipTreeDescriptor distanceDescriptor;
-  ZipTreeDescriptor bitLengthDescriptor;
+  ZipTreeDescriptor literalDescriptor; /**< of the literals and lengths */
+  ZipTreeDescriptor distanceDescriptor; /**< of the distances */
+  ZipTreeDescriptor bitLengthDescriptor; /**< of the lengths of codes */
   int heap[HEAP_SIZE]; /**< tree nodes; the smallest is heap[1] */
-  int heapLength;
+  int heapLength; /**< nodes in `heap` */
   int heapMax;                         /**< from here on `heap` holds the nodes taken off, largest first */
   unsigned char depth[HEAP_SIZE];      /**< height of each node, which settles ties */
   unsigned char lengthCode[256];       /**< match length less 3 to length symbol less 257 */
@@ -158,7 +158,7 @@ typedef struct huft {
   union {
     uint16_t base;     /**< literal, or base of length or distance */
     struct huft *next; /**< table that is linked to */
-  } v;
+  } v; /**< what the code means */
 } huft;
 
 /* The container. */
@@ -182,7 +182,7 @@ ZQXML_API int ZQProcessInput(int mode, unsigned level, int inputFd, int outputFd
 /** Gives the members their start values; the large buffers are left alone. @return 0 */
 ZQXML_API int InitZipControlBlock(ZipControlBlock *block);
 
-/** Writes header, stream and trailer. @param inputLength goes into the header, modulo 2^32. @return the status */
+/** Writes header, stream and trailer. @param block the control block @param inputLength goes into the header, modulo 2^32. @return the status */
 ZQXML_API int ZQZip(ZipControlBlock *block, uint64_t inputLength);
 
 /** Decompresses what stands behind the header, and tests the trailer. @return the status */
@@ -209,6 +209,7 @@ ZQXML_API int MemRead(ZipControlBlock *block, unsigned char *buffer, unsigned le
 /**
  * Refills `inputBuffer` from the source.
  *
+ * @param block             the control block
  * @param endOfInputAllowed whether the end of the input is told
  * @return the first byte; at the end of the input -1, or if that isn't allowed 3001 if `errno` is set and 3002 if not.
  *         Callers take the low eight bits of these numbers as if they were data.
@@ -222,7 +223,8 @@ ZQXML_API void FlushOutbuf(ZipControlBlock *block);
 ZQXML_API void FlushWindow(ZipControlBlock *block);
 
 /**
- * Writes to the destination; the caller counts `bytesOut`.
+ * Writes to the destination; the caller counts `bytesOut`. A result in memory that is too small is grown by more than is
+ * needed, with room for a NUL.
  *
  * @return 0; 3003 for a short write; 3007 if the result in memory can't grow. The failure is the block's status, too.
  */
@@ -252,6 +254,7 @@ ZQXML_API unsigned DeflateFast(ZipControlBlock *block);
 /**
  * Records an item of the block.
  *
+ * @param block           the control block
  * @param distance        distance of a match, 0 for a literal
  * @param literalOrLength the literal, or the length of the match less 3
  * @return whether the block must end
@@ -261,6 +264,7 @@ ZQXML_API int TreeTally(ZipControlBlock *block, unsigned distance, unsigned lite
 /**
  * Writes the block in hand.
  *
+ * @param block        the control block
  * @param buffer       not used: a stored block is never written
  * @param storedLength not used
  * @param isLast       whether it is the last one
@@ -315,7 +319,7 @@ ZQXML_API void BitStringWindup(ZipControlBlock *block);
 /** Decompresses the stream that the source stands at into `window` and on, and leaves the source behind it. */
 ZQXML_API int Inflate(ZipControlBlock *block);
 
-/** Decompresses a block. @param isLast receives whether it is the last one */
+/** Decompresses a block. @param block the control block @param isLast receives whether it is the last one */
 ZQXML_API int InflateBlock(ZipControlBlock *block, int *isLast);
 
 /** Copies a stored block. */
@@ -330,6 +334,7 @@ ZQXML_API int InflateDynamic(ZipControlBlock *block);
 /**
  * Decompresses items up to the end of a block.
  *
+ * @param block         the control block
  * @param literalTable  table of literals and lengths; null if no code is in use
  * @param distanceTable table of distances; null if no code is in use
  * @param literalBits   index bits of `literalTable`
@@ -341,6 +346,7 @@ ZQXML_API int InflateCodes(ZipControlBlock *block, const huft *literalTable, con
 /**
  * Makes the lookup tables of a code.
  *
+ * @param block       the control block
  * @param lengths     code length of each symbol, at most 16; 0 for one that isn't in use
  * @param count       number of symbols, at most 288
  * @param simpleCount symbols below this are literals or, from 256 on, the end of the block

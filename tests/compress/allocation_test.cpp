@@ -112,10 +112,10 @@ TEST(Allocations, ResultIsNullWithoutABuffer) {
     int status;
     {
       const fault::FailingAllocations armed(1);
-      status = compresses ? ZQCompressMemToMem(6, "a", 1, &block, &length)
-                          : ZQDecompressMemToMem(container.data(),
-                                                 static_cast<unsigned>(container.size()), &block,
-                                                 &length);
+      status = compresses
+                   ? ZQCompressMemToMem(6, "a", 1, &block, &length)
+                   : ZQDecompressMemToMem(container.data(), static_cast<unsigned>(container.size()),
+                                          &block, &length);
     }
     EXPECT_EQ(status, ZQ_MESSAGE_COMPRESS_MEMORY);
     EXPECT_EQ(block, nullptr);
@@ -133,8 +133,7 @@ TEST(Allocations, Decompression) {
       },
       [&](const Outcome& outcome) {
         expectNoMemory(outcome);
-        EXPECT_TRUE(outcome.length == 0 ||
-                    memcmp(outcome.block, data.data(), outcome.length) == 0);
+        EXPECT_TRUE(outcome.length == 0 || memcmp(outcome.block, data.data(), outcome.length) == 0);
       });
   // Control block and result, and in both modes a table for each of the three codes at least.
   EXPECT_GE(failures, 2 * 2 + 2 * 3);
@@ -174,9 +173,9 @@ TEST(Allocations, GrowthWhileDecompressing) {
     bool failed;
     {
       const fault::FailingAllocations armed(index);
-      outcome.status = ZQDecompressMemToMem(container.data(),
-                                            static_cast<unsigned>(container.size()),
-                                            &outcome.block, &outcome.length);
+      outcome.status =
+          ZQDecompressMemToMem(container.data(), static_cast<unsigned>(container.size()),
+                               &outcome.block, &outcome.length);
       failed = fault::FailingAllocations::happened();
     }
     EXPECT_TRUE(outcome.status == ZQ_MESSAGE_COMPRESS_LENGTH ||

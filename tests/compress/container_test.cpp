@@ -19,7 +19,9 @@ using inputs::Kind;
 
 namespace {
 
-Bytes bytesOf(const std::string& text) { return Bytes(text.begin(), text.end()); }
+Bytes bytesOf(const std::string& text) {
+  return Bytes(text.begin(), text.end());
+}
 
 Bytes fromHex(const std::string& hex) {
   Bytes bytes;
@@ -36,14 +38,31 @@ struct Fixed {
 
 // The streams are of fixed codes, so all levels give the same.
 const Fixed kFixed[] = {
-    {"", "1f8c010000000000" "0300" "00000000"},
-    {"a", "1f8c010001000000" "4b0400" "43beb7e8"},
-    {"aaaa", "1f8c010004000000" "4b4c4c4c0400" "45e598ad"},
-    {"aaaaaaaa", "1f8c010008000000" "4b4c840000" "468084bf"},
-    {"abcabcabc", "1f8c010009000000" "4b4c4a4e042300" "18482d46"},
-    {"\xff\xff", "1f8c010002000000" "fbff1f00" "0000ffff"},
+    {"",
+     "1f8c010000000000"
+     "0300"
+     "00000000"},
+    {"a",
+     "1f8c010001000000"
+     "4b0400"
+     "43beb7e8"},
+    {"aaaa",
+     "1f8c010004000000"
+     "4b4c4c4c0400"
+     "45e598ad"},
+    {"aaaaaaaa",
+     "1f8c010008000000"
+     "4b4c840000"
+     "468084bf"},
+    {"abcabcabc",
+     "1f8c010009000000"
+     "4b4c4a4e042300"
+     "18482d46"},
+    {"\xff\xff",
+     "1f8c010002000000"
+     "fbff1f00"
+     "0000ffff"},
 };
-
 
 }  // namespace
 
@@ -84,11 +103,11 @@ TEST(Container, OtherLevelsMeanSix) {
 }
 
 TEST(Container, PlainDataArePassedThrough) {
-  for (const std::string& text : {std::string("a"), std::string("1234567"), std::string("12345678"),
-                                  std::string("\x1f\x8b\x08\x00\x00\x00\x00\x00", 8),
-                                  std::string("\x1f\x8c\x01\x00\x00\x00\x00", 7),
-                                  std::string("\x8c\x1f\x01\x00\x00\x00\x00\x00\x00", 9),
-                                  std::string(100000, 'x')}) {
+  for (const std::string& text :
+       {std::string("a"), std::string("1234567"), std::string("12345678"),
+        std::string("\x1f\x8b\x08\x00\x00\x00\x00\x00", 8),
+        std::string("\x1f\x8c\x01\x00\x00\x00\x00", 7),
+        std::string("\x8c\x1f\x01\x00\x00\x00\x00\x00\x00", 9), std::string(100000, 'x')}) {
     const Bytes data = bytesOf(text);
     const calls::Result result = calls::decompress(data);
     EXPECT_EQ(result.status, 0);
@@ -249,9 +268,8 @@ TEST(Container, FailuresBeforeTheWorkLeaveTheResultAlone) {
   // A destination must be positioned for compression alone.
   EXPECT_EQ(ZQCompressMemToFile(6, "a", 1, ends[1]), ZQ_MESSAGE_COMPRESS_SEEK);
   const Bytes container = fromHex(kFixed[1].container);
-  EXPECT_EQ(ZQDecompressMemToFile(container.data(), static_cast<unsigned>(container.size()),
-                                  ends[1]),
-            0);
+  EXPECT_EQ(
+      ZQDecompressMemToFile(container.data(), static_cast<unsigned>(container.size()), ends[1]), 0);
   char byte = 0;
   EXPECT_EQ(read(ends[0], &byte, 1), 1);
   EXPECT_EQ(byte, 'a');
@@ -260,7 +278,7 @@ TEST(Container, FailuresBeforeTheWorkLeaveTheResultAlone) {
 }
 
 TEST(Container, AllEightCallsAgree) {
-  for (const size_t size : {0, 1, 7, 8, 5000, 40000, 200000}) {
+  for (const size_t size : {0u, 1u, 7u, 8u, 5000u, 40000u, 200000u}) {
     for (const Kind kind : {Kind::Text, Kind::Random}) {
       const Bytes data = inputs::make(kind, size);
       const Bytes container = calls::compress(7, data).data;
@@ -300,7 +318,7 @@ TEST(Container, AllEightCallsAgree) {
 }
 
 TEST(Container, PlainFilesArePassedThrough) {
-  for (const size_t size : {0, 1, 7, 8, 32768, 32769, 100000}) {
+  for (const size_t size : {0u, 1u, 7u, 8u, 32768u, 32769u, 100000u}) {
     const Bytes data = inputs::make(Kind::Text, size);
     const TemporaryFile plain(data);
     const calls::Result toMemory = calls::take([&](void** block, unsigned* length) {
@@ -365,9 +383,9 @@ TEST(Container, UnwritableOutputGives3003) {
   const int readOnly = open("/dev/null", O_RDONLY);
   ASSERT_GT(readOnly, 0);
   EXPECT_EQ(ZQCompressMemToFile(1, data.data(), 100000, readOnly), ZQ_MESSAGE_COMPRESS_WRITE);
-  EXPECT_EQ(ZQDecompressMemToFile(container.data(), static_cast<unsigned>(container.size()),
-                                  readOnly),
-            ZQ_MESSAGE_COMPRESS_WRITE);
+  EXPECT_EQ(
+      ZQDecompressMemToFile(container.data(), static_cast<unsigned>(container.size()), readOnly),
+      ZQ_MESSAGE_COMPRESS_WRITE);
   EXPECT_EQ(ZQDecompressMemToFile("plain", 5, readOnly), ZQ_MESSAGE_COMPRESS_WRITE);
   close(readOnly);
 }

@@ -15,9 +15,8 @@ using Function = uint32_t (*)(uint32_t, const unsigned char*, size_t);
 const struct {
   const char* name;
   Function function;
-} kWays[] = {{"chosen", updateCrc32},
-             {"slicing", updateCrc32Slicing},
-             {"carryless", updateCrc32Carryless}};
+} kWays[] = {
+    {"chosen", updateCrc32}, {"slicing", updateCrc32Slicing}, {"carryless", updateCrc32Carryless}};
 
 }  // namespace
 

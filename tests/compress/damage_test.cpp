@@ -71,8 +71,8 @@ TEST(Damage, PrefixesOfLargeContainers) {
   for (const inputs::Input& input : inputs::some(60, 200000)) {
     const Bytes container = calls::compress(6, input.data).data;
     const size_t step = 1 + container.size() / 20;
-    for (size_t length = 0; length < container.size();
-         length += container.size() - length > 8 ? step : 1) {
+    for (size_t length = 0;
+         length<container.size(); length += container.size() - length> 8 ? step : 1) {
       ASSERT_NO_FATAL_FAILURE(expectPrefixIsTold(container, length, input));
     }
   }
@@ -121,27 +121,28 @@ TEST(Damage, RandomBytesInTheMiddle) {
 TEST(Damage, MadeUpBytesGiveBoundedOutput) {
   for (const unsigned first : {1u, 2u}) {
     StreamBuilder stream;
-    // Code length code: 18 of one bit, 1 of two bits; literals 0 and 285 or 256 and 285, distances 0 and 1.
+    // Code length code: 18 of one bit, 1 of two bits; literals 0 and 285 or 256 and 285, distances
+    // 0 and 1.
     std::vector<unsigned> lengths(19, 0);
     lengths[18] = 1;
     lengths[1] = 2;
     lengths[0] = 2;
     stream.dynamic(false, 286, 2, lengths);
     if (first == 1) {
-      stream.code(3, 2);                        // literal 0
-      stream.code(0, 1).bits(138 - 11, 7);      // 1 to 138
-      stream.code(0, 1).bits(138 - 11, 7);      // 139 to 276
+      stream.code(3, 2);                    // literal 0
+      stream.code(0, 1).bits(138 - 11, 7);  // 1 to 138
+      stream.code(0, 1).bits(138 - 11, 7);  // 139 to 276
       for (int i = 277; i < 285; ++i) {
         stream.code(2, 2);
       }
     } else {
-      stream.code(0, 1).bits(138 - 11, 7);      // 0 to 137
-      stream.code(0, 1).bits(118 - 11, 7);      // 138 to 255
-      stream.code(3, 2);                        // END_BLOCK
-      stream.code(0, 1).bits(28 - 11, 7);       // 257 to 284
+      stream.code(0, 1).bits(138 - 11, 7);  // 0 to 137
+      stream.code(0, 1).bits(118 - 11, 7);  // 138 to 255
+      stream.code(3, 2);                    // END_BLOCK
+      stream.code(0, 1).bits(28 - 11, 7);   // 257 to 284
     }
-    stream.code(3, 2);                          // 285
-    stream.code(3, 2).code(3, 2);               // distances 0 and 1
+    stream.code(3, 2);             // 285
+    stream.code(3, 2).code(3, 2);  // distances 0 and 1
     for (int i = 0; i < 64; ++i) {
       stream.code(1, 1).code(0, 1);
     }

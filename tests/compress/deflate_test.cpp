@@ -34,9 +34,12 @@ std::vector<Item> matchesAt(unsigned level, const Bytes& data) {
   return items;
 }
 
-Bytes literals(const std::string& text) { return Bytes(text.begin(), text.end()); }
+Bytes literals(const std::string& text) {
+  return Bytes(text.begin(), text.end());
+}
 
-// Bytes without any match of three: all pairs of a high and a low half, so that no three bytes come twice.
+// Bytes without any match of three: all pairs of a high and a low half, so that no three bytes come
+// twice.
 Bytes withoutMatches(size_t length) {
   Bytes bytes;
   for (unsigned a = 0; bytes.size() < length; ++a) {
@@ -48,7 +51,8 @@ Bytes withoutMatches(size_t length) {
   return bytes;
 }
 
-// A word, zeros, and the word again at the given distance. Nothing between them has the hash of the word.
+// A word, zeros, and the word again at the given distance. Nothing between them has the hash of the
+// word.
 Bytes repeatedAt(const std::string& word, size_t distance) {
   Bytes bytes = literals("?");
   const Bytes first = literals(word);
@@ -239,10 +243,10 @@ TEST(Tally, CountsLiteralsAndMatches) {
   const auto block = std::make_unique<ZipControlBlock>();
   InitZipControlBlock(block.get());
   TreeInit(block.get());
-  EXPECT_EQ(TreeTally(block.get(), 0, 'a'), 0);
+  EXPECT_EQ(TreeTally(block.get(), 0, 97), 0);
   EXPECT_EQ(TreeTally(block.get(), 1, 0), 0);        // 3 bytes
   EXPECT_EQ(TreeTally(block.get(), 32768, 255), 0);  // 258 bytes
-  EXPECT_EQ(block->dynamicLiteralTree['a'].frequency, 1);
+  EXPECT_EQ(block->dynamicLiteralTree[97].frequency, 1);
   EXPECT_EQ(block->dynamicLiteralTree[257].frequency, 1);
   EXPECT_EQ(block->dynamicLiteralTree[285].frequency, 1);
   EXPECT_EQ(block->dynamicLiteralTree[END_BLOCK].frequency, 1);

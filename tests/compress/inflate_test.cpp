@@ -1,4 +1,5 @@
-// Streams that the library's own compressor never writes: of zlib, of other shapes, and broken ones.
+// Streams that the library's own compressor never writes: of zlib, of other shapes, and broken
+// ones.
 
 #include <gtest/gtest.h>
 #include <zlib.h>
@@ -126,7 +127,8 @@ TEST(Zlib, TwentyMegabytesAreRead) {
   }
 }
 
-// Items of all lengths and distances at all places of the window, so that matches cross its middle and its end.
+// Items of all lengths and distances at all places of the window, so that matches cross its middle
+// and its end.
 TEST(Inflate, RandomItemsOverSeveralWindows) {
   for (unsigned seed = 1; seed <= 60; ++seed) {
     inputs::Random random(seed);
@@ -164,8 +166,7 @@ TEST(Inflate, RandomItemsOverSeveralWindows) {
       }
     }
     stream.fixedEnd().stored(true, {});
-    ASSERT_NO_FATAL_FAILURE(
-        expectSameAsReference(stream.data(), "seed " + std::to_string(seed)));
+    ASSERT_NO_FATAL_FAILURE(expectSameAsReference(stream.data(), "seed " + std::to_string(seed)));
   }
 }
 
@@ -235,7 +236,8 @@ namespace {
 
 constexpr unsigned kLast = 1;
 
-// Lengths of the two symbols 0 and 1 of the code length code, one bit each: code 0 stands for length 0, code 1 for 1.
+// Lengths of the two symbols 0 and 1 of the code length code, one bit each: code 0 stands for
+// length 0, code 1 for 1.
 const std::vector<unsigned> kZeroAndOne = {1, 1};
 
 void zeros(StreamBuilder& stream, unsigned count) {
@@ -246,13 +248,17 @@ void zeros(StreamBuilder& stream, unsigned count) {
 
 const Case kCases[] = {
     {"StoredEmpty", 0, [](StreamBuilder& s) { s.stored(kLast, {}); }, ""},
-    {"Stored", 0, [](StreamBuilder& s) { s.stored(kLast, {'a', 'b'}); }, "ab"},
+    {"Stored", 0,
+     [](StreamBuilder& s) {
+       s.stored(kLast, {'a', 'b'});
+     },
+     "ab"},
     {"StoredBitsUpToTheByteAreIgnored", 0,
      [](StreamBuilder& s) {
        s.block(kLast, 0)
-           .bits(0x1F, 5)       // padding, not zero
-           .bits(1, 16)         // length
-           .bits(0xFFFE, 16)    // complement
+           .bits(0x1F, 5)     // padding, not zero
+           .bits(1, 16)       // length
+           .bits(0xFFFE, 16)  // complement
            .bits('a', 8);
      },
      "a"},
@@ -323,9 +329,15 @@ const Case kCases[] = {
     {"NoCodeLengthCode", kInvalid,
      [](StreamBuilder& s) { s.dynamic(kLast, 257, 1, {}).bits(0, 32); }, ""},
     {"CodeLengthCodeOversubscribed", kInvalid,
-     [](StreamBuilder& s) { s.dynamic(kLast, 257, 1, {1, 1, 1}).bits(0, 32); }, ""},
+     [](StreamBuilder& s) {
+       s.dynamic(kLast, 257, 1, {1, 1, 1}).bits(0, 32);
+     },
+     ""},
     {"CodeLengthCodeIncomplete", kInvalid,
-     [](StreamBuilder& s) { s.dynamic(kLast, 257, 1, {1, 2}).bits(0, 32); }, ""},
+     [](StreamBuilder& s) {
+       s.dynamic(kLast, 257, 1, {1, 2}).bits(0, 32);
+     },
+     ""},
     {"CodeLengthCodeOfOneSymbol", kInvalid,
      [](StreamBuilder& s) {
        s.dynamic(kLast, 257, 1, {0, 1});  // only length 1, code 0
@@ -340,12 +352,12 @@ const Case kCases[] = {
        lengths[0] = lengths[1] = 2;
        lengths[16] = lengths[18] = 2;  // codes: 0 is 00, 1 is 01, 16 is 10, 18 is 11
        s.dynamic(kLast, 257, 1, lengths);
-       s.code(2, 2).bits(3, 2);                // 6 times the previous length, which is 0
-       s.code(3, 2).bits(127, 7);              // 138 zeros
-       s.code(3, 2).bits(111 - 11, 7);         // 111 zeros: 255 up to here
-       s.code(1, 2).code(1, 2);                // literal 255 and END_BLOCK
-       s.code(0, 2);                           // no distance
-       s.code(0, 1).code(1, 1);                // literal 255, END_BLOCK
+       s.code(2, 2).bits(3, 2);         // 6 times the previous length, which is 0
+       s.code(3, 2).bits(127, 7);       // 138 zeros
+       s.code(3, 2).bits(111 - 11, 7);  // 111 zeros: 255 up to here
+       s.code(1, 2).code(1, 2);         // literal 255 and END_BLOCK
+       s.code(0, 2);                    // no distance
+       s.code(0, 1).code(1, 1);         // literal 255, END_BLOCK
      },
      "\377"},
     {"RepeatGoesFromLiteralsToDistances", 0,
@@ -354,11 +366,12 @@ const Case kCases[] = {
        lengths[1] = lengths[2] = 2;
        lengths[16] = lengths[18] = 2;  // codes: 1 is 00, 2 is 01, 16 is 10, 18 is 11
        s.dynamic(kLast, 257, 4, lengths);
-       s.code(3, 2).bits(127, 7);      // 138 zeros
-       s.code(3, 2).bits(115 - 11, 7); // 115 zeros: 253 up to here
-       s.code(1, 2).code(2, 2).bits(3, 2);  // 2, and 6 times more: literals 253 to 256, distances 0 to 2
-       s.code(1, 2);                        // distance 3
-       s.code(2, 2).code(3, 2);             // literal 255, END_BLOCK
+       s.code(3, 2).bits(127, 7);       // 138 zeros
+       s.code(3, 2).bits(115 - 11, 7);  // 115 zeros: 253 up to here
+       s.code(1, 2).code(2, 2).bits(
+           3, 2);                // 2, and 6 times more: literals 253 to 256, distances 0 to 2
+       s.code(1, 2);             // distance 3
+       s.code(2, 2).code(3, 2);  // literal 255, END_BLOCK
      },
      "\377"},
     {"RepeatPastTheTotal", kInvalid,
@@ -424,11 +437,11 @@ const Case kCases[] = {
        for (unsigned i = 98; i < 256; ++i) {
          s.code(2, 2);
        }
-       s.code(0, 1).code(0, 1);    // END_BLOCK and 257 of two bits
-       s.code(3, 2);               // distance 1 of one bit
-       s.code(0, 1);               // 'a'
-       s.code(3, 2).code(0, 1);    // 3 bytes from distance 1
-       s.code(2, 2);               // END_BLOCK
+       s.code(0, 1).code(0, 1);  // END_BLOCK and 257 of two bits
+       s.code(3, 2);             // distance 1 of one bit
+       s.code(0, 1);             // 'a'
+       s.code(3, 2).code(0, 1);  // 3 bytes from distance 1
+       s.code(2, 2);             // END_BLOCK
      },
      "aaaa"},
     {"DistanceCodeOfOneSymbolOtherBit", kInvalid,
@@ -442,8 +455,8 @@ const Case kCases[] = {
          s.code(2, 2);
        }
        s.code(0, 1).code(0, 1).code(3, 2);
-       s.code(0, 1);               // 'a'
-       s.code(3, 2).code(1, 1);    // a distance that is not in the code
+       s.code(0, 1);             // 'a'
+       s.code(3, 2).code(1, 1);  // a distance that is not in the code
        s.bits(0, 32);
      },
      ""},
@@ -473,8 +486,8 @@ const Case kCases[] = {
          s.code(2, 2);
        }
        s.code(0, 1).code(0, 1);
-       s.code(2, 2);              // no distance
-       s.code(0, 1).code(3, 2);   // 'a', then a match
+       s.code(2, 2);             // no distance
+       s.code(0, 1).code(3, 2);  // 'a', then a match
        s.bits(0, 32);
      },
      ""},
@@ -628,7 +641,7 @@ TEST(Inflate, CutLastStoredBlockGives3004) {
   StreamBuilder stream;
   stream.stored(true, inputs::make(Kind::Random, 65535));
   const Bytes container = calls::wrap(stream.data(), 65535, 0);
-  for (const size_t cut : {5, 100, 65535 + 4}) {
+  for (const size_t cut : {5u, 100u, 65535u + 4u}) {
     const calls::Result result =
         calls::decompress(Bytes(container.begin(), container.end() - static_cast<long>(cut)));
     EXPECT_EQ(result.status, kChecksum) << cut;

@@ -12,9 +12,9 @@ void append(Bytes& bytes, const std::string& text) {
   bytes.insert(bytes.end(), text.begin(), text.end());
 }
 
-constexpr const char* kSyllables[] = {"con", "de",  "re",  "ti",   "on",  "er",  "an", "in",
+constexpr const char* kSyllables[] = {"con",  "de", "re",  "ti",   "on",  "er",  "an", "in",
                                       "form", "al", "ing", "ment", "pro", "ver", "st", "le",
-                                      "to",  "ma",  "ne",  "th",   "ou",  "ly",  "qu", "est"};
+                                      "to",   "ma", "ne",  "th",   "ou",  "ly",  "qu", "est"};
 
 // Words whose frequency falls with their rank, as in a language.
 class Words {
@@ -149,9 +149,8 @@ Bytes makeBase64(size_t length, uint64_t seed) {
   Random random(seed);
   Bytes bytes;
   while (bytes.size() < length) {
-    bytes.push_back(bytes.size() % 77 == 76
-                        ? '\n'
-                        : static_cast<unsigned char>(kAlphabet[random.below(64)]));
+    bytes.push_back(
+        bytes.size() % 77 == 76 ? '\n' : static_cast<unsigned char>(kAlphabet[random.below(64)]));
   }
   return bytes;
 }
@@ -161,21 +160,23 @@ std::vector<Input> makeAll() {
   const auto add = [&list](const std::string& name, Bytes data) {
     list.push_back({name + " " + std::to_string(data.size()), std::move(data)});
   };
-  for (const size_t length : {0, 1, 2, 3, 4, 5, 8, 12, 100, 261, 262, 263, 3000, 16000}) {
+  for (const size_t length :
+       {0u, 1u, 2u, 3u, 4u, 5u, 8u, 12u, 100u, 261u, 262u, 263u, 3000u, 16000u}) {
     for (const Kind kind : kAllKinds) {
       add(nameOf(kind), make(kind, length, 3 + length));
     }
   }
-  for (const size_t length : {32506, 32768, 65274, 65536, 98304, 131072}) {
+  for (const size_t length : {32506u, 32768u, 65274u, 65536u, 98304u, 131072u}) {
     for (const Kind kind : {Kind::Text, Kind::Xml, Kind::Binary, Kind::Random}) {
       for (const size_t near : {length - 1, length, length + 1}) {
         add(nameOf(kind), make(kind, near, 5 + near));
       }
     }
   }
-  for (const size_t period : {1,    2,    3,    4,     5,     7,     8,     9,     15,    16,
-                              17,   31,   64,   127,   257,   258,   259,   300,   1000,  4093,
-                              4095, 4096, 4097, 32505, 32506, 32507, 32767, 32768, 32769, 40000}) {
+  for (const size_t period :
+       {1u,    2u,    3u,    4u,     5u,     7u,     8u,     9u,     15u,    16u,
+        17u,   31u,   64u,   127u,   257u,   258u,   259u,   300u,   1000u,  4093u,
+        4095u, 4096u, 4097u, 32505u, 32506u, 32507u, 32767u, 32768u, 32769u, 40000u}) {
     add("period of " + std::to_string(period), periodic(period < 32000 ? 9000 : 100000, period));
   }
   for (const unsigned values : {1u, 2u, 3u, 4u, 16u, 256u}) {
@@ -233,8 +234,8 @@ Bytes skewed(size_t length, double ratio, unsigned values) {
   Bytes bytes(length);
   for (unsigned char& byte : bytes) {
     const double point = sum * random.next() / 4294967296.0;
-    byte = static_cast<unsigned char>(
-        std::upper_bound(limits.begin(), limits.end() - 1, point) - limits.begin());
+    byte = static_cast<unsigned char>(std::upper_bound(limits.begin(), limits.end() - 1, point) -
+                                      limits.begin());
   }
   return bytes;
 }

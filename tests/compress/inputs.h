@@ -28,9 +28,7 @@ class Random {
   }
 
   // From 0 to limit - 1.
-  uint32_t below(uint32_t limit) {
-    return static_cast<uint32_t>((uint64_t{next()} * limit) >> 32);
-  }
+  uint32_t below(uint32_t limit) { return static_cast<uint32_t>((uint64_t{next()} * limit) >> 32); }
 
  private:
   uint64_t state;
@@ -50,7 +48,8 @@ Bytes periodic(size_t length, size_t period);
 // Bytes of which each value is about `ratio` times as frequent as the next one.
 Bytes skewed(size_t length, double ratio, unsigned values);
 
-// Every value `i` occurs as often as the Fibonacci number `i` says, which makes the deepest of trees.
+// Every value `i` occurs as often as the Fibonacci number `i` says, which makes the deepest of
+// trees.
 Bytes fibonacci(unsigned values);
 
 // Runs of zeros of up to `longest` bytes, with single small bytes between them.

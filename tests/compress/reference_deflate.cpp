@@ -43,16 +43,16 @@ struct Range {
 };
 
 // Lengths from 3 on, and distances from 1 on.
-constexpr Range kLengths[] = {{3, 0},   {4, 0},   {5, 0},   {6, 0},   {7, 0},   {8, 0},
-                              {9, 0},   {10, 0},  {11, 1},  {13, 1},  {15, 1},  {17, 1},
-                              {19, 2},  {23, 2},  {27, 2},  {31, 2},  {35, 3},  {43, 3},
-                              {51, 3},  {59, 3},  {67, 4},  {83, 4},  {99, 4},  {115, 4},
-                              {131, 5}, {163, 5}, {195, 5}, {227, 5}, {258, 0}};
-constexpr Range kDistances[] = {
-    {1, 0},     {2, 0},     {3, 0},     {4, 0},     {5, 1},     {7, 1},      {9, 2},      {13, 2},
-    {17, 3},    {25, 3},    {33, 4},    {49, 4},    {65, 5},    {97, 5},     {129, 6},    {193, 6},
-    {257, 7},   {385, 7},   {513, 8},   {769, 8},   {1025, 9},  {1537, 9},   {2049, 10},  {3073, 10},
-    {4097, 11}, {6145, 11}, {8193, 12}, {12289, 12}, {16385, 13}, {24577, 13}};
+constexpr Range kLengths[] = {
+    {3, 0},  {4, 0},  {5, 0},  {6, 0},   {7, 0},   {8, 0},   {9, 0},   {10, 0},  {11, 1}, {13, 1},
+    {15, 1}, {17, 1}, {19, 2}, {23, 2},  {27, 2},  {31, 2},  {35, 3},  {43, 3},  {51, 3}, {59, 3},
+    {67, 4}, {83, 4}, {99, 4}, {115, 4}, {131, 5}, {163, 5}, {195, 5}, {227, 5}, {258, 0}};
+constexpr Range kDistances[] = {{1, 0},     {2, 0},     {3, 0},      {4, 0},      {5, 1},
+                                {7, 1},     {9, 2},     {13, 2},     {17, 3},     {25, 3},
+                                {33, 4},    {49, 4},    {65, 5},     {97, 5},     {129, 6},
+                                {193, 6},   {257, 7},   {385, 7},    {513, 8},    {769, 8},
+                                {1025, 9},  {1537, 9},  {2049, 10},  {3073, 10},  {4097, 11},
+                                {6145, 11}, {8193, 12}, {12289, 12}, {16385, 13}, {24577, 13}};
 
 template <size_t Count>
 int rangeOf(const Range (&ranges)[Count], int value) {
@@ -70,7 +70,9 @@ constexpr int kDistanceCount = 30;
 constexpr int kBitLengths = 19;
 constexpr int kEnd = 256;
 
-int fixedLength(int symbol) { return symbol < 144 ? 8 : symbol < 256 ? 9 : symbol < 280 ? 7 : 8; }
+int fixedLength(int symbol) {
+  return symbol < 144 ? 8 : symbol < 256 ? 9 : symbol < 280 ? 7 : 8;
+}
 
 struct Code {
   std::vector<int> lengths;  // for each symbol
@@ -404,7 +406,9 @@ class Compressor {
     }
     const Code bitLengths = huffman(
         runFrequency, 7,
-        [](int symbol) { return symbol == 16 ? 2 : symbol == 17 ? 3 : symbol == 18 ? 7 : 0; },
+        [](int symbol) {
+          return symbol == 16 ? 2 : symbol == 17 ? 3 : symbol == 18 ? 7 : 0;
+        },
         [](int) { return 0; });
     constexpr int kOrder[] = {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
     int index = kBitLengths - 1;
@@ -427,8 +431,8 @@ class Compressor {
       bits.lowBitFirst(static_cast<unsigned>(distances.maxCode + 1 - 1), 5);
       bits.lowBitFirst(static_cast<unsigned>(index + 1 - 4), 4);
       for (int i = 0; i <= index; ++i) {
-        bits.lowBitFirst(
-            static_cast<unsigned>(bitLengths.lengths[static_cast<size_t>(kOrder[i])]), 3);
+        bits.lowBitFirst(static_cast<unsigned>(bitLengths.lengths[static_cast<size_t>(kOrder[i])]),
+                         3);
       }
       const std::vector<unsigned> codes = codesFor(bitLengths.lengths);
       for (const LengthSymbol& run : runs) {
@@ -571,7 +575,9 @@ void append32(Bytes& bytes, uint32_t value) {
 
 }  // namespace
 
-Bytes deflate(const Bytes& data, int level) { return Compressor(data, level).run(); }
+Bytes deflate(const Bytes& data, int level) {
+  return Compressor(data, level).run();
+}
 
 uint32_t crc32(const Bytes& data) {
   uint32_t value = 0xFFFFFFFF;

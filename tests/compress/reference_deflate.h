@@ -1,5 +1,5 @@
-// The compressor as it is described, step by step and without any thought of speed. What the library makes faster must
-// give the same bytes.
+// The compressor as it is described, step by step and without any thought of speed. What the
+// library makes faster must give the same bytes.
 #ifndef ZQXML_TESTS_COMPRESS_REFERENCE_DEFLATE_H
 #define ZQXML_TESTS_COMPRESS_REFERENCE_DEFLATE_H
 

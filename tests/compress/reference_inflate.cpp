@@ -46,7 +46,8 @@ class Decoder {
     return value;
   }
 
-  // 3.2.2: codes of a length are consecutive, in the order of their symbols; shorter codes come before longer ones.
+  // 3.2.2: codes of a length are consecutive, in the order of their symbols; shorter codes come
+  // before longer ones.
   struct Code {
     std::array<unsigned, 16> first = {};  // first code of each length
     std::array<std::vector<unsigned>, 16> symbols;
@@ -225,7 +226,8 @@ class Decoder {
     }
   }
 
-  // 3.2.5: four symbols for each number of extra bits, after eight without any; 258 has one of its own.
+  // 3.2.5: four symbols for each number of extra bits, after eight without any; 258 has one of its
+  // own.
   unsigned lengthOf(unsigned code) {
     if (code == 285) {
       return 258;
@@ -262,6 +264,8 @@ std::vector<Item> Decoded::items() const {
   return list;
 }
 
-Decoded inflate(const unsigned char* input, size_t length) { return Decoder(input, length).run(); }
+Decoded inflate(const unsigned char* input, size_t length) {
+  return Decoder(input, length).run();
+}
 
 }  // namespace reference

@@ -25,7 +25,9 @@ void expectSameAsReference(const Input& input, unsigned level) {
 
 }  // namespace
 
-TEST(Reference, InputsAreMany) { EXPECT_GE(inputs::all().size(), 200u); }
+TEST(Reference, InputsAreMany) {
+  EXPECT_GE(inputs::all().size(), 200u);
+}
 
 class ReferenceLevel : public testing::TestWithParam<unsigned> {};
 
@@ -60,7 +62,8 @@ TEST(Reference, SameBytesForLongInputs) {
   constexpr size_t kLength = 20 << 20;
   ASSERT_NO_FATAL_FAILURE(expectSameAsReference({"text", inputs::make(Kind::Text, kLength)}, 1));
   ASSERT_NO_FATAL_FAILURE(expectSameAsReference({"xml", inputs::make(Kind::Xml, kLength)}, 6));
-  ASSERT_NO_FATAL_FAILURE(expectSameAsReference({"base64", inputs::make(Kind::Base64, kLength)}, 9));
+  ASSERT_NO_FATAL_FAILURE(
+      expectSameAsReference({"base64", inputs::make(Kind::Base64, kLength)}, 9));
   ASSERT_NO_FATAL_FAILURE(
       expectSameAsReference({"binary", inputs::make(Kind::Binary, kLength / 8)}, 9));
 }

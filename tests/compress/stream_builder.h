@@ -12,7 +12,7 @@ class StreamBuilder {
   // A number, low bit first.
   StreamBuilder& bits(unsigned value, unsigned count) {
     for (unsigned i = 0; i < count; ++i) {
-      bit((value >> i) & 1);
+      bit(i < 32 ? (value >> i) & 1 : 0);
     }
     return *this;
   }
@@ -73,10 +73,12 @@ class StreamBuilder {
         .bits(distance - distanceBase(distanceSymbol), distanceExtra(distanceSymbol));
   }
 
-  // The head of a dynamic block up to the lengths of the code length code, which are given by symbol.
+  // The head of a dynamic block up to the lengths of the code length code, which are given by
+  // symbol.
   StreamBuilder& dynamic(bool isLast, unsigned literals, unsigned distances,
                          const std::vector<unsigned>& codeLengths) {
-    constexpr unsigned kOrder[] = {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
+    constexpr unsigned kOrder[] = {16, 17, 18, 0, 8,  7, 9,  6, 10, 5,
+                                   11, 4,  12, 3, 13, 2, 14, 1, 15};
     block(isLast, 2).bits(literals - 257, 5).bits(distances - 1, 5).bits(19 - 4, 4);
     for (const unsigned symbol : kOrder) {
       bits(symbol < codeLengths.size() ? codeLengths[symbol] : 0, 3);

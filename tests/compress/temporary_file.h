@@ -13,8 +13,8 @@ class TemporaryFile {
   using Bytes = std::vector<unsigned char>;
 
   explicit TemporaryFile(const Bytes& content = {}) : fd(memfd_create("test", 0)) {
-    if (fd <= 0 || pwrite(fd, content.data(), content.size(), 0) !=
-                       static_cast<ssize_t>(content.size())) {
+    if (fd <= 0 ||
+        pwrite(fd, content.data(), content.size(), 0) != static_cast<ssize_t>(content.size())) {
       throw std::runtime_error("no temporary file");
     }
   }

@@ -480,7 +480,8 @@ TEST(FreeTags, BecomeZero) {
 
   ZQWorkflowConnectStruct connect = {1, newRecord(newList<ZQNameList>({NameCell{"form"}}))};
   FreeZQWorkflowConnectStruct(&connect, 0);
-  EXPECT_TRUE(isZero(connect));
+  EXPECT_EQ(connect.type, 0U);
+  EXPECT_EQ(connect.formList, nullptr);
 
   ZQCOMValueStruct value = {newText("id"), 4, 2, {}};
   value.u.value = textValue(4, "x");

@@ -1,0 +1,92 @@
+// Compresses what comes and decompresses it again; some of it beside the plain compressor of the
+// tests, whose bytes must be the same.
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "fault/FailingAllocations.h"
+#include "tests/compress/reference_deflate.h"
+#include "zqxml/compress.h"
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+void require(bool condition) {
+  if (!condition) {
+    abort();
+  }
+}
+
+// Makes much data of a few: each two bytes say how many bytes to take from the input and how often.
+Bytes expand(const uint8_t* data, size_t size) {
+  constexpr size_t kMaxLength = 150000;
+  Bytes bytes;
+  while (size > 2 && bytes.size() < kMaxLength) {
+    const size_t length = std::min<size_t>(data[0] % 64 + 1u, size - 2);
+    const size_t times = data[1] < 192 ? data[1] % 8 + 1u : (data[1] - 191u) * 40u;
+    for (size_t i = 0; i < times && bytes.size() < kMaxLength; ++i) {
+      bytes.insert(bytes.end(), data + 2, data + 2 + length);
+    }
+    data += 2 + length;
+    size -= 2 + length;
+  }
+  return bytes;
+}
+
+void check(unsigned level, const Bytes& data, bool withReference) {
+  const unsigned char none = 0;
+  void* block = nullptr;
+  unsigned length = 0;
+  require(ZQCompressMemToMem(level, data.empty() ? &none : data.data(),
+                             static_cast<unsigned>(data.size()), &block, &length) == 0);
+  if (withReference) {
+    const Bytes expected = reference::compress(data, static_cast<int>(level));
+    require(length == expected.size() && memcmp(block, expected.data(), length) == 0);
+  }
+  void* back = nullptr;
+  unsigned backLength = 0;
+  require(ZQDecompressMemToMem(block, length, &back, &backLength) == 0);
+  require(backLength == data.size() &&
+          (backLength == 0 || memcmp(back, data.data(), backLength) == 0));
+  free(back);
+  free(block);
+}
+
+void checkFailure(unsigned level, const Bytes& data, long index) {
+  const long before = fault::liveBlocks();
+  void* block = nullptr;
+  unsigned length = 0;
+  {
+    const fault::FailingAllocations armed(index);
+    ZQCompressMemToMem(level, data.data(), static_cast<unsigned>(data.size()), &block, &length);
+  }
+  free(block);
+  require(fault::liveBlocks() == before);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  if (size < 2) {
+    return 0;
+  }
+  const unsigned level = 1 + data[0] % 9;
+  const unsigned variant = data[1] % 32;
+  data += 2;
+  size -= 2;
+  const Bytes input(data, data + size);
+  if (variant == 0) {
+    check(level, expand(data, size), false);
+  } else if (variant == 1) {
+    check(level, expand(data, std::min<size_t>(size, 40)), true);
+  } else if (variant == 2) {
+    checkFailure(level, input, level % 4);
+  } else {
+    check(level, input, variant < 8);
+  }
+  return 0;
+}
