@@ -79,13 +79,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   size -= 2;
   const Bytes input(data, data + size);
   if (variant < 2) {
-    check(level, expand(data, size, 150000), false);
+    check(level, expand(data, size, 70000), false);
   } else if (variant < 4) {
     check(level, expand(data, size, 20000), true);
   } else if (variant < 16) {
     checkFailure(level, input, variant % 4);
   } else {
-    check(level, input, variant < 64);
+    check(level, input, variant < 32);
   }
   return 0;
 }
