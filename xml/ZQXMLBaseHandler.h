@@ -67,8 +67,8 @@ class ZQXMLBaseHandler {
     handlerStack->Push(&child, locator);
   }
 
-  // A child of a recursive definition, which is made at its first use: made with its parent it would
-  // make its own children without end.
+  // A child of a recursive definition, which is made at its first use: made with its parent it
+  // would make its own children without end.
   template <typename Handler>
   Handler& lazily(std::unique_ptr<Handler>& child) const {
     if (child == nullptr) {

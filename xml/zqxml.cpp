@@ -109,10 +109,9 @@ int ParseXMLDocument(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc,
     *parsedObjects = {};
   }
   const OptionalStatus records(status);
-  int result =
-      parseDocument(handle, inputDoc, records.get(), [&](ZQXMLDocumentParser& parser) {
-        parser.InitObjectDefnParsing(objectsToParse, records.get());
-      });
+  int result = parseDocument(handle, inputDoc, records.get(), [&](ZQXMLDocumentParser& parser) {
+    parser.InitObjectDefnParsing(objectsToParse, records.get());
+  });
   if (result < kError) {
     stream->objectList = parserPairOf(handle)->documentParser.GetObjectList();
     result = GetNamesFromObjectList(stream->objectList, parsedObjects, records.get());

@@ -70,7 +70,8 @@ void ZQXMLActionOLEMethodListHandler::CleanReferences() {
   methods.clean();
 }
 
-// The entry that is being read. Throws ZQXMLException 8941 with the element's name if there is none.
+// The entry that is being read. Throws ZQXMLException 8941 with the element's name if there is
+// none.
 ZQCOMMethodStruct& ZQXMLActionOLEMethodListHandler::OpenEntry() const {
   if (methods.open() == nullptr) {
     refuseElement();

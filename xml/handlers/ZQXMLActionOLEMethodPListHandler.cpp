@@ -67,7 +67,8 @@ void ZQXMLActionOLEMethodPListHandler::CleanReferences() {
   parameters.clean();
 }
 
-// The entry that is being read. Throws ZQXMLException 8941 with the element's name if there is none.
+// The entry that is being read. Throws ZQXMLException 8941 with the element's name if there is
+// none.
 ZQCOMMethodParmStruct& ZQXMLActionOLEMethodPListHandler::OpenEntry() const {
   if (parameters.open() == nullptr) {
     refuseElement();

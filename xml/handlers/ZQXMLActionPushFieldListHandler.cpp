@@ -52,7 +52,8 @@ void ZQXMLActionPushFieldListHandler::CleanReferences() {
   pushFields.clean();
 }
 
-// The entry that is being read. Throws ZQXMLException 8941 with the element's name if there is none.
+// The entry that is being read. Throws ZQXMLException 8941 with the element's name if there is
+// none.
 ZQPushFieldsStruct& ZQXMLActionPushFieldListHandler::OpenEntry() const {
   if (pushFields.open() == nullptr) {
     refuseElement();

@@ -50,7 +50,7 @@ void loadMinute(ZQEscalationTmStruct& time, const LeafText& leaf) {
 }
 
 constexpr Leaf<ZQEscalationTmStruct> kLeaves[] = {
-    {tag_interval, loadInterval},      {tag_daysOfMonth, LoadDaysOfMonth},
+    {tag_interval, loadInterval},     {tag_daysOfMonth, LoadDaysOfMonth},
     {tag_daysOfWeek, LoadDaysOfWeek}, {tag_hoursOfDay, LoadHoursOfDay},
     {tag_minute, loadMinute},
 };

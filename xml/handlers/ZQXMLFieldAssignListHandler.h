@@ -1,5 +1,5 @@
-// Reads lists of assignments to fields: "inputFieldList", "outputFieldList" and "setFieldList". Any of
-// them takes the entries of all.
+// Reads lists of assignments to fields: "inputFieldList", "outputFieldList" and "setFieldList". Any
+// of them takes the entries of all.
 #ifndef ZQXML_XML_HANDLERS_ZQXMLFIELDASSIGNLISTHANDLER_H
 #define ZQXML_XML_HANDLERS_ZQXMLFIELDASSIGNLISTHANDLER_H
 

@@ -1,6 +1,6 @@
 // Reads an assignment, which says where a value comes from. Its host is "fieldValue",
-// "functionParameter", "inputValue", "left", "right" or "targetFieldValue". Of several children the last
-// one decides.
+// "functionParameter", "inputValue", "left", "right" or "targetFieldValue". Of several children the
+// last one decides.
 #ifndef ZQXML_XML_HANDLERS_ZQXMLFIELDASSIGNVALUEHANDLER_H
 #define ZQXML_XML_HANDLERS_ZQXMLFIELDASSIGNVALUEHANDLER_H
 

@@ -1,5 +1,5 @@
-// Reads lists of ids of groups and fields: "accessList", "subAdminAccessList" and "fieldIDList". Any
-// of them takes both "groupID" and "fieldID".
+// Reads lists of ids of groups and fields: "accessList", "subAdminAccessList" and "fieldIDList".
+// Any of them takes both "groupID" and "fieldID".
 #ifndef ZQXML_XML_HANDLERS_ZQXMLINTERNALIDLISTHANDLER_H
 #define ZQXML_XML_HANDLERS_ZQXMLINTERNALIDLISTHANDLER_H
 

@@ -1,5 +1,5 @@
-// Reads permissions: "modifyPermissionList" and "viewPermissionList". Either of them takes the entries
-// and words of both.
+// Reads permissions: "modifyPermissionList" and "viewPermissionList". Either of them takes the
+// entries and words of both.
 #ifndef ZQXML_XML_HANDLERS_ZQXMLPERMLISTHANDLER_H
 #define ZQXML_XML_HANDLERS_ZQXMLPERMLISTHANDLER_H
 

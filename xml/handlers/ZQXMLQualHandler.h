@@ -1,6 +1,6 @@
 // Reads a condition tree. Its host, at whose end the handler pops itself, is "qualification",
-// "qualifier", "queryQualification", "dataQualification", "joinQualifier" or "runIfQualification", and
-// inside a tree "left", "right" or "not".
+// "qualifier", "queryQualification", "dataQualification", "joinQualifier" or "runIfQualification",
+// and inside a tree "left", "right" or "not".
 //
 // The handler of the next level is made when the first level that needs it begins, so that a parser
 // holds as many of them as its deepest document had levels.

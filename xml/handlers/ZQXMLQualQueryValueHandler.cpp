@@ -12,8 +12,7 @@ constexpr Leaf<ZQQueryValueStruct> kLeaves[] = {
     {tag_formName, loadName<&ZQQueryValueStruct::formName>},
     {tag_serverName, loadName<&ZQQueryValueStruct::serverName>},
     {tag_valueFieldID, loadUnsigned<&ZQQueryValueStruct::valueFieldId>},
-    {tag_multipleMatchOption,
-     loadWord<&ZQQueryValueStruct::multipleMatchOption, ENUM_QUERY_MULTI>},
+    {tag_multipleMatchOption, loadWord<&ZQQueryValueStruct::multipleMatchOption, ENUM_QUERY_MULTI>},
 };
 
 }  // namespace

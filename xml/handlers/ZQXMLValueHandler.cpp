@@ -25,8 +25,10 @@ constexpr Leaf<ZQValueStruct> kLeaves[] = {
      [](ZQValueStruct& v, const LeafText& leaf) { v.u.keywordValue = unsignedNumber(leaf.text); }},
     {tag_timeValue,
      [](ZQValueStruct& v, const LeafText& leaf) { v.u.timeValue = signedNumber(leaf.text); }},
-    {tag_unsignedLongValue, [](ZQValueStruct& v,
-                               const LeafText& leaf) { v.u.unsignedLongValue = unsignedNumber(leaf.text); }},
+    {tag_unsignedLongValue,
+     [](ZQValueStruct& v, const LeafText& leaf) {
+       v.u.unsignedLongValue = unsignedNumber(leaf.text);
+     }},
     {tag_maskValue,
      [](ZQValueStruct& v, const LeafText& leaf) { v.u.maskValue = unsignedNumber(leaf.text); }},
     {tag_realValue,
@@ -60,11 +62,11 @@ struct TypeElement {
 };
 
 constexpr TypeElement kTypes[] = {
-    {tag_nullValue, 0},       {tag_keywordValue, 1},      {tag_integerValue, 2},
-    {tag_realValue, 3},       {tag_characterValue, 4},    {tag_diaryValue, 5},
-    {tag_enumValue, 6},       {tag_timeValue, 7},         {tag_maskValue, 8},
-    {tag_byteList, 9},        {tag_decimalValue, 10},     {tag_attachmentValue, 11},
-    {tag_currency, 12},       {tag_dateValue, 13},        {tag_timeOfDayValue, 14},
+    {tag_nullValue, 0},       {tag_keywordValue, 1},       {tag_integerValue, 2},
+    {tag_realValue, 3},       {tag_characterValue, 4},     {tag_diaryValue, 5},
+    {tag_enumValue, 6},       {tag_timeValue, 7},          {tag_maskValue, 8},
+    {tag_byteList, 9},        {tag_decimalValue, 10},      {tag_attachmentValue, 11},
+    {tag_currency, 12},       {tag_dateValue, 13},         {tag_timeOfDayValue, 14},
     {tag_coordinateList, 41}, {tag_unsignedLongValue, 40}, {tag_viewValue, 42},
     {tag_displayValue, 43},
 };
