@@ -84,14 +84,14 @@ class ZoneMemory {
     int32_t number;
     int32_t offset;
   };
-  static constexpr size_t kPoints = 1024;
+  static constexpr size_t kPoints = 2048;  // sixteen years
   static constexpr int32_t kNoPoint = INT32_MIN;
 
   void start(std::string_view zone) {
     tzset();
     west = timezone / 60;
     filled = zone.size() < name.size();
-    remembers = filled && isOfDatabase(zone);
+    remembers = isOfDatabase(zone);
     if (filled) {
       name[zone.copy(name.data(), zone.size())] = '\0';
     }
