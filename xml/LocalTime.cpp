@@ -130,11 +130,9 @@ long zoneMinutesWest() {
 }
 
 time_t localToUnixTime(tm local) {
-  if (local.tm_sec < 60) {
-    const int64_t seconds = linearSeconds(local);
-    if (const auto offset = zoneMemory().offsetAt(seconds)) {
-      return seconds - *offset;
-    }
+  const int64_t seconds = linearSeconds(local);
+  if (const auto offset = zoneMemory().offsetAt(seconds)) {
+    return seconds - *offset;
   }
   return mktime(&local);
 }
