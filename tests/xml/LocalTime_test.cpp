@@ -100,13 +100,12 @@ std::vector<std::string> zoneNames() {
 }
 
 // Half hours, southern summer time, rules that changed, a skipped day, a clock that goes back in
-// summer, a war-time zone, zones far from Greenwich and further than any.
+// summer, a war-time zone, zones far from Greenwich.
 const std::vector<std::string> kZones = {
     "Europe/Berlin",      "America/New_York", "Asia/Kolkata",      "Australia/Lord_Howe",
     "Australia/Adelaide", "Pacific/Apia",     "America/Sao_Paulo", "Europe/Dublin",
     "Africa/Freetown",    "Asia/Kathmandu",   "America/St_Johns",  "Pacific/Auckland",
-    "Pacific/Kiritimati", "Asia/Kamchatka",   "America/Anchorage", "UTC",
-    "AAA20BBB",           "AAA-20BBB",        "AAA24BBB-24"};
+    "Pacific/Kiritimati", "Asia/Kamchatka",   "America/Anchorage", "UTC"};
 
 TEST_F(LocalTime, AroundEveryChangeOfManyZones) {
   std::mt19937 random(1);
