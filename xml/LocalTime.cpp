@@ -35,15 +35,21 @@ int64_t linearSeconds(const tm& time) {
   return days * kDay + time.tm_hour * kHour + int64_t{time.tm_min} * 60 + time.tm_sec;
 }
 
+// Whether a value of TZ surely names a zone of the database: "EST5EDT" can be a rule too, whose
+// changes the C library makes up.
 bool isOfDatabase(std::string_view zone) {
-  constexpr std::string_view kNameCharacters =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_+-/<>";
+  constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_-/";
+  constexpr std::string_view kDigits = "0123456789+";
   if (getenv("TZDIR") != nullptr) {
     return false;
   }
-  return zone == kDefaultZone ||
-         (!zone.starts_with('/') &&
-          zone.find_first_not_of(kNameCharacters) == std::string_view::npos);
+  if (zone == kDefaultZone) {
+    return true;
+  }
+  const bool digits = zone.find_first_of(kDigits) != std::string_view::npos;
+  zone = zone.substr(0, zone.find_last_not_of(kDigits) + 1);
+  return !zone.starts_with('/') && zone.find_first_not_of(kLetters) == std::string_view::npos &&
+         (!digits || zone.find('/') != std::string_view::npos);
 }
 
 // What a thread knows about the zone that it used last. It has no constructor, so that a thread
@@ -84,14 +90,14 @@ class ZoneMemory {
     int32_t number;
     int32_t offset;
   };
-  static constexpr size_t kPoints = 1024;
+  static constexpr size_t kPoints = 2048;  // sixteen years
   static constexpr int32_t kNoPoint = INT32_MIN;
 
   void start(std::string_view zone) {
     tzset();
     west = timezone / 60;
     filled = zone.size() < name.size();
-    remembers = filled && isOfDatabase(zone);
+    remembers = isOfDatabase(zone);
     if (filled) {
       name[zone.copy(name.data(), zone.size())] = '\0';
     }
@@ -130,11 +136,9 @@ long zoneMinutesWest() {
 }
 
 time_t localToUnixTime(tm local) {
-  if (local.tm_sec < 60) {
-    const int64_t seconds = linearSeconds(local);
-    if (const auto offset = zoneMemory().offsetAt(seconds)) {
-      return seconds - *offset;
-    }
+  const int64_t seconds = linearSeconds(local);
+  if (const auto offset = zoneMemory().offsetAt(seconds)) {
+    return seconds - *offset;
   }
   return mktime(&local);
 }

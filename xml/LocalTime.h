@@ -13,10 +13,9 @@ long zoneMinutesWest();
 // at but the weekday and the day of the year.
 //
 // mktime itself is asked for the days around a change of the clock, where a time may come twice or
-// never; for times beyond 32 bits and second 60; and always in a zone that is not one of the zone
-// database: a rule written out in TZ, a file given by its path, or any zone if TZDIR is set.
-// Everywhere else the answer follows from the offset of the zone, since only one is in effect
-// there.
+// never; for times beyond 32 bits; and always in a zone that is not one of the zone database: a
+// rule written out in TZ, a file given by its path, or any zone if TZDIR is set. Everywhere else
+// the answer follows from the offset of the zone, since only one is in effect there.
 //
 // TZ may change between any two calls: the zone is that of TZ at the moment of the call, as it is
 // for mktime. The files of the database are taken not to change while the program runs.

@@ -100,11 +100,12 @@ std::vector<std::string> zoneNames() {
 }
 
 // Half hours, southern summer time, rules that changed, a skipped day, a clock that goes back in
-// summer, a war-time zone.
+// summer, a war-time zone, zones far from Greenwich.
 const std::vector<std::string> kZones = {
     "Europe/Berlin",      "America/New_York", "Asia/Kolkata",      "Australia/Lord_Howe",
     "Australia/Adelaide", "Pacific/Apia",     "America/Sao_Paulo", "Europe/Dublin",
-    "Africa/Freetown",    "Asia/Kathmandu",   "America/St_Johns",  "UTC"};
+    "Africa/Freetown",    "Asia/Kathmandu",   "America/St_Johns",  "Pacific/Auckland",
+    "Pacific/Kiritimati", "Asia/Kamchatka",   "America/Anchorage", "UTC"};
 
 TEST_F(LocalTime, AroundEveryChangeOfManyZones) {
   std::mt19937 random(1);
@@ -344,8 +345,23 @@ TEST_F(LocalTime, TheEndsOfTheRange) {
     for (const time_t far : {-62167219200, -62135596800, 253402300799, 4102444800}) {
       ASSERT_TRUE(equals(far));
     }
-    for (time_t time = 915148700; time < 915148900; ++time) {
-      ASSERT_TRUE(equals(time, 60));
+  }
+}
+
+// With and without leap seconds.
+TEST_F(LocalTime, SecondSixty) {
+  std::mt19937 random(6);
+  std::uniform_int_distribution<time_t> any(kFirst, kLast);
+  for (const char* zone : {"UTC", "Europe/Berlin", "right/UTC", "right/Europe/Berlin"}) {
+    setZone(zone);
+    for (const time_t shift : {time_t{0}, kHour}) {
+      for (time_t time = 915148800 - 130; time < 915148800 + 130; ++time) {
+        ASSERT_TRUE(equals(time + shift, 60));
+        ASSERT_TRUE(equals(time + shift));
+      }
+    }
+    for (int i = 0; i < 5000; ++i) {
+      ASSERT_TRUE(equals(any(random), 60));
     }
   }
 }
