@@ -7,9 +7,8 @@
 #include <string>
 
 #include "xml/DOMTree.h"
-#include "xml/PrintDOMNode.h"
-#include "xml/ZQGNString.h"
 #include "xml/ZQXMLTagHash.h"
+#include "zqxml/builders.hpp"
 
 namespace {
 
