@@ -5,6 +5,7 @@
 #ifndef ZQXML_ZQXML_H
 #define ZQXML_ZQXML_H
 
+#include "zqxml/base64.h"
 #include "zqxml/calendar.h"
 #include "zqxml/codeset.h"
 #include "zqxml/compress.h"
