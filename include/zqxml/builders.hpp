@@ -144,4 +144,228 @@ ZQXML_API int OutputContent(const char* content, ZQGNString& text);
  */
 ZQXML_API int WriteToXMLDoc(ZQGNString& text, ZQXMLOutputDoc* outputDoc);
 
+/** @name Values */
+/** @{ */
+
+/**
+ * Appends the child that tells the type of a value and holds it, such as "integerValue". Times, dates and times of day
+ * are plain numbers. A type that is none writes nothing. An attachment in memory is encoded over its compressed size,
+ * which the buffer has to have; a null byte list, attachment, currency or list of points leaves its element empty.
+ *
+ * @param document  the document
+ * @param parent    the host, for example "value"
+ * @param value     the value
+ * @param localized whether a character value is a "l10nCharacterValue" instead of a "characterValue"
+ * @return 0, or 300
+ */
+ZQXML_API int CreateValueNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                              const ZQValueStruct* value, ZQBoolean localized);
+
+/**
+ * Appends the content of an automation value: "valueIdentifier", "transID", and "fieldID" or "value" by its type.
+ * Deliberate: bytes of the value that could not be encoded are no failure.
+ */
+ZQXML_API int CreateCOMValueNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                 const ZQCOMValueStruct* value);
+
+/** Appends a "coordinate" for each point. Deliberate: the signed numbers are printed as unsigned ones. */
+ZQXML_API int CreateCoordListNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                  const ZQCoordList* list);
+
+/** @} */
+
+/** @name Conditions */
+/** @{ */
+
+/**
+ * Appends a condition: "and", "or", "not", "relationalOperation" or "fieldID". No condition, operation 0, and an unknown
+ * operation write nothing; a null branch or relation leaves its element empty. The call recurses with the tree, without
+ * a limit.
+ */
+ZQXML_API int CreateQualifierNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                  const ZQQualifierStruct* qualifier);
+
+/**
+ * Appends the child of an operand, by its tag. Parts of currency fields (tags 6 and 54 to 56) have no element and write
+ * nothing.
+ */
+ZQXML_API int CreateFieldValueOrArithNode(xercesc::DOMDocument* document,
+                                          xercesc::DOMElement* parent,
+                                          const ZQFieldValueOrArithStruct* operand);
+
+/** Appends the content of "arithmeticOperation"; a negation has no "left". */
+ZQXML_API int CreateArithOpNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                const ZQArithOpStruct* arithmetic);
+
+/** Appends the content of "queryValue"; a null condition leaves "queryQualification" out. */
+ZQXML_API int CreateQueryValueNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                   const ZQQueryValueStruct* query);
+
+/** Appends the content of "statusHistoryValue". Every number but 1 is the time. */
+ZQXML_API int CreateStatHistoryNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                    const ZQStatHistoryValue* history);
+
+/** @} */
+
+/** @name Assignments */
+/** @{ */
+
+/**
+ * Appends the child of an assignment, by its type; none for a type without one. A null source leaves its element empty.
+ * Deliberate: only failures of a constant and of a field are the result; those deeper in the other sources are dropped,
+ * and the bytes that could not be encoded are missing.
+ */
+ZQXML_API int CreateAssignmentNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                   const ZQAssignStruct* assignment);
+
+/**
+ * Appends the content of "field" or "targetField". A condition that is none leaves "qualification" out, and a part of a
+ * currency field (tag 6) has no reference.
+ */
+ZQXML_API int CreateAssignFieldNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                    const ZQAssignFieldStruct* field);
+
+/** Appends the content of "arithmetic"; a negation has no "left". */
+ZQXML_API int CreateArithOpAssignNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                      const ZQArithOpAssignStruct* arithmetic);
+
+/** Appends the content of "function"; without parameters there is no "functionParameterList". */
+ZQXML_API int CreateFunctionAssignNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                       const ZQFunctionAssignStruct* function);
+
+/** Appends the content of "dde". Null texts are left out, empty ones are not. */
+ZQXML_API int CreateDDENode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                            const ZQDDEStruct* dde);
+
+/** Appends the content of "sql" in an assignment. */
+ZQXML_API int CreateAssignSQLNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                  const ZQAssignSQLStruct* sql);
+
+/** Appends the content of "filterAPI"; without inputs there is no "inputValueList". */
+ZQXML_API int CreateFilterApiNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                  const ZQAssignFilterApiStruct* api);
+
+/** Appends "fieldID" and "fieldValue". */
+ZQXML_API int CreateFieldAssignNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                    const ZQFieldAssignStruct* assign);
+
+/** Appends "targetField" and "targetFieldValue". */
+ZQXML_API int CreatePushFieldNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                  const ZQPushFieldsStruct* push);
+
+/** Appends the word of a no-match option as the text of an element; nothing for a number outside 1 to 4. */
+ZQXML_API int CreateNoMatchOptionTextNode(xercesc::DOMDocument* document,
+                                          xercesc::DOMElement* element, uint32_t option);
+
+/** Appends the word of a multiple-match option as the text of an element; nothing for a number outside 1 to 6. */
+ZQXML_API int CreateMultipleMatchOptionTextNode(xercesc::DOMDocument* document,
+                                                xercesc::DOMElement* element, uint32_t option);
+
+/** @} */
+
+/** @name Lists of definitions: each appends an element per entry beneath that of the list */
+/** @{ */
+
+/** Appends "modifyPermission" elements. A number without a word is "none". */
+ZQXML_API int CreateModifyPermissionListNode(xercesc::DOMDocument* document,
+                                             xercesc::DOMElement* parent,
+                                             const ZQPermissionList* list);
+
+/** Appends "viewPermission" elements. A number without a word is "none". */
+ZQXML_API int CreateViewPermissionNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                       const ZQPermissionList* list);
+
+/** Appends "property" elements, the value ahead of the tag. */
+ZQXML_API int CreatePropertyListNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                     const ZQPropList* list);
+
+/** Appends "sort" elements. Every number but 1 is "descending". */
+ZQXML_API int CreateSortListNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                 const ZQSortList* list);
+
+/** Appends "formIndex" elements, with at most 16 fields each. */
+ZQXML_API int CreateIndexListNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                  const ZQIndexList* list);
+
+/** Appends "resultListField" elements. An empty separator is left out. */
+ZQXML_API int CreateEntryListFieldListNode(xercesc::DOMDocument* document,
+                                           xercesc::DOMElement* parent,
+                                           const ZQEntryListFieldList* list);
+
+/**
+ * Appends a "changeEntry" for each entry of a coded change history: a time stamp in decimal, the byte 4, the user, the
+ * byte 4, a text, the byte 3. What follows the last whole entry is left out.
+ *
+ * @param document the document
+ * @param parent   "changeHistory"
+ * @param diary    the text. Deliberate: it is consumed, since each separator that was found becomes a zero; a second call
+ *                 with it finds no entries
+ * @return 0, or 300
+ */
+ZQXML_API int CreateChangeHistoryNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                      char* diary);
+
+/**
+ * Appends the content of one "supportFile".
+ *
+ * @param document    the document
+ * @param parent      "supportFile"
+ * @param fileType    0 none, 1 external report
+ * @param fileId      id of the file
+ * @param fileContent the bytes, or null for none
+ * @param fileSize    number of bytes; 0 leaves "content" out
+ * @param timestamp   deliberate: not written
+ * @return 0, or 300
+ */
+ZQXML_API int CreateSupportFileNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                    uint32_t fileType, ZQInternalId fileId,
+                                    const unsigned char* fileContent, uint32_t fileSize,
+                                    ZQTimestamp timestamp);
+
+/** @} */
+
+/** @name Actions */
+/** @{ */
+
+/**
+ * Appends an "action" for each action of a filter or an escalation; one of an unknown kind is empty. Deliberate: `cc` and
+ * `bcc` of a notification are not written; `from` is, although a document with it can't be read.
+ */
+ZQXML_API int CreateFilterActionListNode(xercesc::DOMDocument* document,
+                                         xercesc::DOMElement* parent,
+                                         const ZQFilterActionList* list);
+
+/** Appends "executionOrder" with the child of the tag; without one for an unknown tag. */
+ZQXML_API int CreateGotoActionNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                   const ZQGotoActionStruct* action);
+
+/** Appends the content of "callGuide". */
+ZQXML_API int CreateCallGuideNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
+                                  const ZQCallGuideStruct* guide);
+
+/** @} */
+
+/** @name Objects: the attribute "zqDocVersion" and the content of an object's element; a null part is left out */
+/** @{ */
+
+/** Builds a filter; the parts are those of SetFilterToXML(). */
+ZQXML_API int CreateFilterNode(
+    xercesc::DOMDocument* document, xercesc::DOMElement* element, const char* name,
+    const uint32_t* executionOrder, const ZQWorkflowConnectStruct* workflowConnect,
+    const uint32_t* executeOn, const uint32_t* enabled, const ZQQualifierStruct* query,
+    const ZQFilterActionList* actionList, const ZQFilterActionList* elseList, const char* owner,
+    const char* lastChanged, const ZQTimestamp* modifiedDate, const char* helpText,
+    char* changeDiary, const ZQPropList* objPropList, const int32_t* xmlDocVersion);
+
+/** Builds an escalation; the parts are those of SetEscalationToXML(). */
+ZQXML_API int CreateEscalationNode(
+    xercesc::DOMDocument* document, xercesc::DOMElement* element, const char* name,
+    const ZQEscalationTmStruct* escalationTime, const ZQWorkflowConnectStruct* workflowConnect,
+    const uint32_t* enabled, const ZQQualifierStruct* query, const ZQFilterActionList* actionList,
+    const ZQFilterActionList* elseList, const char* owner, const char* lastChanged,
+    const ZQTimestamp* modifiedDate, const char* helpText, char* changeDiary,
+    const ZQPropList* objPropList, const int32_t* xmlDocVersion);
+
+/** @} */
+
 #endif

@@ -5,10 +5,14 @@
 #include <stdlib.h>
 
 #include <clocale>
+#include <cstdio>
 #include <string>
 
+#include "xml/ElementSink.h"
 #include "xml/Listing.h"
+#include "xml/ZQGNString.h"
 #include "xml/ZQXMLException.h"
+#include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
 
 namespace {
@@ -205,6 +209,17 @@ TEST_F(CodeSets, AHostsChoiceStandsOverTheLocale) {
   EXPECT_EQ(toLocal(u"\u65e5"), "\xC6\xFC");
   InitMbutilExt(0);
   EXPECT_EQ(toLocal(u"\u0436"), "\xD6");
+}
+
+TEST_F(CodeSets, ThePointOfARealFollowsNoLocale) {
+  useLocale("de_DE", "UTF-8");
+  char digits[16];
+  snprintf(digits, sizeof digits, "%.1f", 0.5);
+  ASSERT_STREQ(digits, "0,5");
+  ZQGNString text;
+  TextSink sink(text, 0);
+  sink.realElement(tag_realValue, 0.5);
+  EXPECT_STREQ(static_cast<char*>(text), "<realValue>0.500000</realValue>\n");
 }
 
 }  // namespace
