@@ -31,7 +31,9 @@ struct RecordKind {
 std::span<const RecordKind> allRecords();
 
 // How the test framework names a kind.
-inline void PrintTo(const RecordKind& kind, std::ostream* out) { *out << kind.name; }
+inline void PrintTo(const RecordKind& kind, std::ostream* out) {
+  *out << kind.name;
+}
 
 // One record of a kind, in zeroed storage of its own; what hangs from it belongs to the test.
 class AnyRecord {
@@ -41,7 +43,8 @@ class AnyRecord {
   void* get() { return storage_.data(); }
   const void* get() const { return storage_.data(); }
   void fillWith(unsigned char byte) { memset(storage_.data(), byte, kind_.size); }
-  // What a destination holds before a copy. An empty list of functional currencies is not copied over it.
+  // What a destination holds before a copy. An empty list of functional currencies is not copied
+  // over it.
   void makeStale() { fillWith(strcmp(kind_.name, "ZQFuncCurrencyList") == 0 ? 0 : 0xA5); }
   bool isFilledWith(unsigned char byte) const {
     const auto* bytes = reinterpret_cast<const unsigned char*>(storage_.data());

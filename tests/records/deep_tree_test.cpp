@@ -44,7 +44,9 @@ struct Shape {
   bool (*goesLeft)(int depth);
 };
 
-void PrintTo(const Shape& shape, std::ostream* out) { *out << shape.name; }
+void PrintTo(const Shape& shape, std::ostream* out) {
+  *out << shape.name;
+}
 
 std::string nameOf(const testing::TestParamInfo<Shape>& shape) {
   return shape.param.name;

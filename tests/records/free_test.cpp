@@ -41,7 +41,9 @@ struct ValueCase {
   long blocks;
 };
 
-void PrintTo(const ValueCase& each, std::ostream* out) { *out << each.what; }
+void PrintTo(const ValueCase& each, std::ostream* out) {
+  *out << each.what;
+}
 
 class FreeValue : public testing::TestWithParam<ValueCase> {};
 
@@ -330,7 +332,9 @@ struct OperandCase {
   long blocks;
 };
 
-void PrintTo(const OperandCase& each, std::ostream* out) { *out << "tag " << each.tag; }
+void PrintTo(const OperandCase& each, std::ostream* out) {
+  *out << "tag " << each.tag;
+}
 
 class FreeOperand : public testing::TestWithParam<OperandCase> {};
 
