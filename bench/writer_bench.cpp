@@ -12,8 +12,7 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include "DocumentGenerator.h"
-#include "xml/PrintDOMNode.h"
-#include "xml/ZQGNString.h"
+#include "zqxml/builders.hpp"
 #include "zqxml/zqxml.h"
 
 namespace {

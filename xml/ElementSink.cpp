@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdio>
 #include <xercesc/dom/DOMText.hpp>
 
 #include "xml/OutputContent.h"
@@ -16,12 +17,17 @@ const char* orEmpty(const char* text) {
 }
 
 // Decimal digits, whatever the locale.
-template <typename Number>
-void numberElement(ElementSink& sink, int tag, Number value) {
-  char digits[16];
-  *std::to_chars(digits, digits + sizeof digits, value).ptr = '\0';
-  sink.element(tag, digits);
-}
+class Digits {
+ public:
+  template <typename Number>
+  explicit Digits(Number value) {
+    *std::to_chars(text, text + sizeof text, value).ptr = '\0';
+  }
+  const char* get() const { return text; }
+
+ private:
+  char text[16];
+};
 
 }  // namespace
 
@@ -33,12 +39,36 @@ void ElementSink::element(int tag, const char* value) {
   close();
 }
 
+void ElementSink::elementUnlessNull(int tag, const char* value) {
+  if (value != nullptr) {
+    element(tag, value);
+  }
+}
+
+void ElementSink::elementUnlessEmpty(int tag, const char* value) {
+  if (*orEmpty(value) != '\0') {
+    element(tag, value);
+  }
+}
+
 void ElementSink::signedElement(int tag, int32_t value) {
-  numberElement(*this, tag, value);
+  element(tag, Digits(value).get());
 }
 
 void ElementSink::unsignedElement(int tag, uint32_t value) {
-  numberElement(*this, tag, value);
+  element(tag, Digits(value).get());
+}
+
+void ElementSink::realElement(int tag, double value, int precision) {
+  // The largest number has 309 digits ahead of the point.
+  constexpr int kMaxPrecision = 64;
+  char digits[400];
+  snprintf(digits, sizeof digits, "%.*f", std::clamp(precision, 0, kMaxPrecision), value);
+  element(tag, digits);
+}
+
+void ElementSink::signedAttribute(int tag, int32_t value) {
+  attribute(tag, Digits(value).get());
 }
 
 void ElementSink::booleanElement(int tag, bool value) {

@@ -4,7 +4,9 @@
 #define ZQXML_XML_ELEMENTSINK_H
 
 #include <cstdint>
+#include <cstring>
 #include <string>
+#include <type_traits>
 #include <vector>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
@@ -29,11 +31,63 @@ class ElementSink {
 
   // Simple elements: an empty text is left out.
   void element(int tag, const char* value);
+  void emptyElement(int tag) { element(tag, nullptr); }
+  // Left out altogether for null, or for an empty text too.
+  void elementUnlessNull(int tag, const char* value);
+  void elementUnlessEmpty(int tag, const char* value);
   void signedElement(int tag, int32_t value);
+  // A word of a record that is printed as a signed number.
+  void signedElement(int tag, uint32_t value) { signedElement(tag, static_cast<int32_t>(value)); }
   void unsignedElement(int tag, uint32_t value);
+  // With so many digits behind the point, which is one in every locale.
+  void realElement(int tag, double value, int precision = 6);
   void booleanElement(int tag, bool value);
-  // The text is the word of a tag.
+  // The text is the word of a tag; none for a number that is no tag.
   void wordElement(int tag, int word);
+
+  // A fixed array of a record: should it lack its zero, all but the last byte is its text.
+  template <size_t Size>
+  void arrayElement(int tag, const char (&array)[Size]) {
+    element(tag, ArrayText(array).get());
+  }
+  template <size_t Size>
+  void arrayText(const char (&array)[Size]) {
+    text(ArrayText(array).get());
+  }
+
+  void signedAttribute(int tag, int32_t value);
+
+  // An element with what `body` puts into it. The result is that of `body`.
+  template <typename Body>
+  auto within(int tag, Body body) {
+    open(tag);
+    if constexpr (std::is_void_v<decltype(body())>) {
+      body();
+      close();
+    } else {
+      const auto result = body();
+      close();
+      return result;
+    }
+  }
+
+ private:
+  template <size_t Size>
+  class ArrayText {
+   public:
+    explicit ArrayText(const char (&array)[Size]) : whole(array) {
+      if (memchr(array, '\0', Size) == nullptr) {
+        memcpy(cut, array, Size - 1);
+        cut[Size - 1] = '\0';
+        whole = cut;
+      }
+    }
+    const char* get() const { return whole; }
+
+   private:
+    const char* whole;
+    char cut[Size];
+  };
 };
 
 // Builds elements below `parent`. DOM exceptions pass through.

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <new>
 
-#include "xml/ZQGNString.h"
 #include "xml/ZQXMLException.h"
+#include "zqxml/builders.hpp"
 #include "zqxml/messages.h"
 
 namespace {

@@ -1,13 +1,13 @@
-#include "xml/PrintDOMNode.h"
+#include "zqxml/builders.hpp"
 
 #include <algorithm>
 #include <new>
 #include <string>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
+#include <xercesc/dom/DOMNode.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 #include "xml/OutputContent.h"
-#include "xml/ZQGNString.h"
 #include "xml/ZQXMLException.h"
 #include "xml/ZQXMLText.h"
 #include "zqxml/messages.h"

@@ -1,12 +1,9 @@
-// The header and the footer of definition documents, and where documents go.
-
-#include <initializer_list>
+#include "xml/documentframe.h"
 
 #include "text/mbutil_codeset.h"
 #include "xml/ApiFrame.h"
-#include "xml/WriteToXMLDoc.h"
-#include "xml/ZQGNString.h"
 #include "xml/ZQXMLException.h"
+#include "zqxml/builders.hpp"
 #include "zqxml/definitions.h"
 #include "zqxml/messages.h"
 #include "zqxml/status.h"
@@ -15,15 +12,14 @@ namespace {
 
 enum OutputKind : uint32_t { kMemory = 1, kFile = 2, kDescriptor = 4 };
 
-// Writes a part of a document that consists of these texts.
-int writePart(std::initializer_list<const char*> texts, ZQXMLOutputDoc* outputDoc,
-              ZQStatusList* status) {
-  constexpr unsigned kError = 2;
+constexpr unsigned kError = 2;
+
+// Writes a part of a document that `append` makes.
+template <typename Append>
+int writePart(ZQXMLOutputDoc* outputDoc, ZQStatusList* status, Append append) {
   return guardedEntry(status, ZQ_MESSAGE_XML_PARSER, [&] {
     ZQGNString part;
-    for (const char* text : texts) {
-      part += text;
-    }
+    append(part);
     const int result = WriteToXMLDoc(part, outputDoc);
     return result == 0 ? 0 : ZQAddErrorMessage(status, kError, result, "");
   });
@@ -52,15 +48,23 @@ int WriteToXMLDoc(ZQGNString& text, ZQXMLOutputDoc* outputDoc) {
   }
 }
 
-int SetDocHeaderToXML(ZQXMLOutputDoc* outputDoc, ZQStatusList* status) {
+void appendDocumentHeader(ZQGNString& text) {
   char charset[ZQ_CHARSET_SIZE];
   setDocumentCharset(charset, mbGetLocaleCodeSet());
+  text += "<?xml version=\"1.0\" encoding=\"";
+  text += charset;
   // The blanks are room for a longer encoding, which can then be put in place.
-  return writePart(
-      {"<?xml version=\"1.0\" encoding=\"", charset, "\"?>                             \n<root>\n"},
-      outputDoc, status);
+  text += "\"?>                             \n<root>\n";
+}
+
+void appendDocumentFooter(ZQGNString& text) {
+  text += "</root>\n";
+}
+
+int SetDocHeaderToXML(ZQXMLOutputDoc* outputDoc, ZQStatusList* status) {
+  return writePart(outputDoc, status, appendDocumentHeader);
 }
 
 int SetDocFooterToXML(ZQXMLOutputDoc* outputDoc, ZQStatusList* status) {
-  return writePart({"</root>\n"}, outputDoc, status);
+  return writePart(outputDoc, status, appendDocumentFooter);
 }

@@ -13,6 +13,22 @@
  * The calls return 0 or the severity of the failure, and add a record to `status`, which may be null: 8952 for another
  * kind or a null document, 8954 for a file that can't be opened, 301 for a failed write to a descriptor, 300 if memory
  * ran out; all with an empty appended text.
+ *
+ * `Set<Object>ToXML` writes one object, and has these arguments in common:
+ *
+ * - `includeDocFrame`: 1 writes header and footer around the object, so a whole document. Any other number writes the
+ *   object alone, one tab deep: so several objects form one document between SetDocHeaderToXML() and
+ *   SetDocFooterToXML(), for a file or a descriptor.
+ * - The parts of the object, in the order in which `Get<Object>FromXML` gives them out. A part that is null is left out
+ *   of the document; so are names and users that are empty, and lists without elements. The help text stands also when it
+ *   is empty.
+ * - `modifiedDate` is written as FormatZQTimestampToISODateTime() does, `xmlDocVersion` as the attribute "zqDocVersion".
+ * - `changeDiary`: a coded change history: for each entry the time stamp in decimal, the byte 4, the user, the byte 4,
+ *   the text, the byte 3. Deliberate: it is consumed, since each of these separators becomes a zero; a second call with
+ *   it writes no entries.
+ *
+ * Arrays of records are read at most up to their size less one. A number that has no word leaves its element without
+ * text, and such a document can't be read back. After a failure nothing has been written.
  */
 #ifndef ZQXML_DEFINITIONS_H
 #define ZQXML_DEFINITIONS_H
@@ -72,6 +88,70 @@ ZQXML_API void EnableL10nVUITagPrinting(void);
 
 /** Returns 0 whatever the id of a view's property: localised tags are never written in this version. */
 ZQXML_API ZQBoolean IsL10nVUITagPrintingEnabled(int32_t propertyId);
+
+/**
+ * Writes a filter.
+ *
+ * @param outputDoc       where the document goes
+ * @param includeDocFrame 1 for header and footer
+ * @param name            name of the filter
+ * @param executionOrder  order among the workflow of a form
+ * @param workflowConnect forms that the filter is bound to; its list decides, not its type
+ * @param executeOn       bit mask: 1 get, 2 modify, 4 submit, 8 delete, 16 merge, 32 guide; other bits are left out
+ * @param enabled         0 switched off, otherwise switched on
+ * @param query           run condition; none is left out
+ * @param actionList      actions when the condition holds
+ * @param elseList        actions when it does not
+ * @param owner           user who owns the filter
+ * @param lastChanged     user who changed it last
+ * @param modifiedDate    time of the last change
+ * @param helpText        help text
+ * @param changeDiary     coded change history; consumed
+ * @param objPropList     properties of the object
+ * @param xmlDocVersion   version of the definition
+ * @param status          receives the record of a failure
+ * @return 0, or the severity of the failure
+ */
+ZQXML_API int SetFilterToXML(ZQXMLOutputDoc *outputDoc, unsigned includeDocFrame, const char *name,
+                             const uint32_t *executionOrder, const ZQWorkflowConnectStruct *workflowConnect,
+                             const uint32_t *executeOn, const uint32_t *enabled, const ZQQualifierStruct *query,
+                             const ZQFilterActionList *actionList, const ZQFilterActionList *elseList,
+                             const char *owner, const char *lastChanged, const ZQTimestamp *modifiedDate,
+                             const char *helpText, char *changeDiary, const ZQPropList *objPropList,
+                             const int32_t *xmlDocVersion, ZQStatusList *status);
+
+/**
+ * Writes an escalation.
+ *
+ * @param outputDoc       where the document goes
+ * @param includeDocFrame 1 for header and footer
+ * @param name            name of the escalation
+ * @param escalationTime  when it fires; another type than interval and calendar leaves the element empty. Days of the
+ *                        month, days of the week and hours are left out if no bit of their mask is set; bits beyond
+ *                        them are not printed
+ * @param workflowConnect forms that the escalation is bound to; its list decides, not its type
+ * @param enabled         0 switched off, otherwise switched on
+ * @param query           run condition; none is left out
+ * @param actionList      actions when the condition holds
+ * @param elseList        actions when it does not
+ * @param owner           user who owns the escalation
+ * @param lastChanged     user who changed it last
+ * @param modifiedDate    time of the last change
+ * @param helpText        help text
+ * @param changeDiary     coded change history; consumed
+ * @param objPropList     properties of the object
+ * @param xmlDocVersion   version of the definition
+ * @param status          receives the record of a failure
+ * @return 0, or the severity of the failure
+ */
+ZQXML_API int SetEscalationToXML(ZQXMLOutputDoc *outputDoc, unsigned includeDocFrame, const char *name,
+                                 const ZQEscalationTmStruct *escalationTime,
+                                 const ZQWorkflowConnectStruct *workflowConnect, const uint32_t *enabled,
+                                 const ZQQualifierStruct *query, const ZQFilterActionList *actionList,
+                                 const ZQFilterActionList *elseList, const char *owner, const char *lastChanged,
+                                 const ZQTimestamp *modifiedDate, const char *helpText, char *changeDiary,
+                                 const ZQPropList *objPropList, const int32_t *xmlDocVersion,
+                                 ZQStatusList *status);
 
 ZQXML_END_DECLS
 

@@ -14,7 +14,7 @@ libdir=$(cd "$libdir" && pwd)
 
 # What has to be there, the catalog below the folders that catopen searches by itself.
 for file in share/locale/C/LC_MESSAGES/zqsystem.cat share/locale/en/LC_MESSAGES/zqsystem.cat \
-  include/zqxml/zqxml.h include/zqxml/messages.h bin/zqxml; do
+  include/zqxml/zqxml.h include/zqxml/builders.hpp include/zqxml/messages.h bin/zqxml; do
   test -f "$prefix/$file" || { echo "not installed: $file"; exit 1; }
 done
 test "$(basename "$(readlink -f "$libdir/libzqxml.so")")" = "$(basename "$(readlink -f "$libdir/libzqxml.so.1")")"
@@ -23,7 +23,7 @@ find "$prefix/include" -type f | grep -v '/zqxml/[a-z_]*\.hp*$' && { echo "a pri
 export LD_LIBRARY_PATH="$libdir"
 check() {
   "$1" "$document" >"$work/output"
-  diff -u "$expected" "$work/output" || { echo "wrong output of $1"; exit 1; }
+  diff -u "$2" "$work/output" || { echo "wrong output of $1"; exit 1; }
 }
 
 cmake -S "$here/cmake" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$cc" \
@@ -31,7 +31,10 @@ cmake -S "$here/cmake" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -
   { cat "$work/configure.log"; exit 1; }
 cmake --build "$work/cmake" >"$work/build.log" 2>&1 || { cat "$work/build.log"; exit 1; }
 for program in consumer_c consumer_cpp consumer_static_c consumer_static_cpp; do
-  check "$work/cmake/$program"
+  check "$work/cmake/$program" "$expected"
+done
+for program in builders builders_static; do
+  check "$work/cmake/$program" "$here/builders.expected"
 done
 
 export PKG_CONFIG_PATH="$libdir/pkgconfig"
@@ -45,6 +48,9 @@ $cc $flags -std=c11 -Wall -Wextra -pedantic -Werror -c "$here/consumer.c" -o "$w
 $c_linker $flags "$work/pc_c.o" -o "$work/pc_c" $(pkg-config --libs zqxml)
 $cxx $flags -std=c++20 -Wall -Wextra -pedantic -Werror "$here/consumer.cpp" -o "$work/pc_cpp" \
   $(pkg-config --cflags --libs zqxml)
-check "$work/pc_c"
-check "$work/pc_cpp"
-echo "6 programs built against the installed files give the expected list"
+$cxx $flags -std=c++20 -Wall -Wextra -pedantic -Werror "$here/builders.cpp" -o "$work/pc_builders" \
+  $(pkg-config --cflags --libs zqxml xerces-c)
+check "$work/pc_c" "$expected"
+check "$work/pc_cpp" "$expected"
+check "$work/pc_builders" "$here/builders.expected"
+echo "9 programs built against the installed files give what is expected"

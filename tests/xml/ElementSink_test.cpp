@@ -2,14 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <functional>
 #include <random>
 #include <string>
 
 #include "xml/DOMTree.h"
-#include "xml/PrintDOMNode.h"
-#include "xml/ZQGNString.h"
 #include "xml/ZQXMLTagHash.h"
+#include "zqxml/builders.hpp"
 
 namespace {
 
@@ -74,6 +75,82 @@ TEST(ElementSink, WordsOfTheFormat) {
       "<filter>\n\t<tag>-1</tag>\n\t<tag>-2147483648</tag>\n\t<fieldID>4294967295</fieldID>\n"
       "\t<fieldID>0</fieldID>\n\t<enabled>true</enabled>\n\t<enabled>false</enabled>\n"
       "\t<sortOrder>ascending</sortOrder>\n</filter>\n");
+}
+
+TEST(ElementSink, OptionalElements) {
+  expectBoth(
+      0,
+      [](ElementSink& sink) {
+        sink.open(tag_filter);
+        sink.emptyElement(tag_sort);
+        sink.elementUnlessNull(tag_topic, nullptr);
+        sink.elementUnlessNull(tag_topic, "");
+        sink.elementUnlessNull(tag_topic, "t");
+        sink.elementUnlessEmpty(tag_item, nullptr);
+        sink.elementUnlessEmpty(tag_item, "");
+        sink.elementUnlessEmpty(tag_item, "i");
+        sink.wordElement(tag_focus, 0);
+        sink.signedElement(tag_tag, 4294967295U);
+        sink.close();
+      },
+      "<filter>\n\t<sort/>\n\t<topic/>\n\t<topic>t</topic>\n\t<item>i</item>\n\t<focus/>\n"
+      "\t<tag>-1</tag>\n</filter>\n");
+}
+
+TEST(ElementSink, RealsWithTheirPrecision) {
+  expectBoth(
+      0,
+      [](ElementSink& sink) {
+        sink.open(tag_filter);
+        sink.realElement(tag_min, 1.0 / 3);
+        sink.realElement(tag_min, 1.0 / 3, 2);
+        sink.realElement(tag_min, 2.5, 0);
+        sink.realElement(tag_min, 2.5, -1);
+        sink.close();
+      },
+      "<filter>\n\t<min>0.333333</min>\n\t<min>0.33</min>\n\t<min>2</min>\n\t<min>2</min>\n"
+      "</filter>\n");
+  for (const int precision : {16, 64, 1000}) {
+    ZQGNString text;
+    TextSink(text, 0).realElement(tag_min, -1.7976931348623157e308, precision);
+    char digits[1400];
+    snprintf(digits, sizeof digits, "<min>%.*f</min>\n", std::min(precision, 64),
+             -1.7976931348623157e308);
+    EXPECT_STREQ(static_cast<char*>(text), digits);
+  }
+}
+
+TEST(ElementSink, ArraysWithoutTheirZeroAreCut) {
+  const char whole[4] = "abc";
+  const char open[4] = {'a', 'b', 'c', 'd'};
+  const char early[4] = {'a', '\0', 'c', 'd'};
+  expectBoth(
+      0,
+      [&](ElementSink& sink) {
+        sink.open(tag_filter);
+        sink.arrayElement(tag_code, whole);
+        sink.arrayElement(tag_code, open);
+        sink.arrayElement(tag_code, early);
+        sink.arrayElement(tag_code, "");
+        sink.within(tag_code, [&] { sink.arrayText(open); });
+        sink.close();
+      },
+      "<filter>\n\t<code>abc</code>\n\t<code>abc</code>\n\t<code>a</code>\n\t<code/>\n"
+      "\t<code>abc</code>\n</filter>\n");
+}
+
+TEST(ElementSink, AnElementWithABodyHandsItsResultOn) {
+  expectBoth(
+      0,
+      [](ElementSink& sink) {
+        EXPECT_EQ(sink.within(tag_and,
+                              [&] {
+                                sink.signedAttribute(tag_zqDocVersion, -7);
+                                return sink.within(tag_left, [] { return 300; });
+                              }),
+                  300);
+      },
+      "<and zqDocVersion=\"-7\">\n\t<left/>\n</and>\n");
 }
 
 TEST(ElementSink, AttributesComeByName) {

@@ -1,4 +1,4 @@
-#include "xml/PrintDOMNode.h"
+#include "zqxml/builders.hpp"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,6 @@
 #include "fault/FailingAllocations.h"
 #include "xml/DOMTree.h"
 #include "xml/OutputContent.h"
-#include "xml/ZQGNString.h"
 
 namespace {
 

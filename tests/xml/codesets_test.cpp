@@ -5,6 +5,7 @@
 #include <stdlib.h>
 
 #include <clocale>
+#include <cstdio>
 #include <string>
 
 #include "xml/ElementSink.h"
@@ -277,6 +278,14 @@ TEST_F(CodeSets, WhatAProcessWritesReadsBack) {
       EXPECT_NE(list(written).text(), expected) << each.charset;
     }
   }
+}
+
+TEST_F(CodeSets, ThePointOfARealIsTheLocalesOwn) {
+  useLocale("de_DE", "UTF-8");
+  ZQGNString text;
+  TextSink sink(text, 0);
+  sink.realElement(tag_realValue, 0.5);
+  EXPECT_STREQ(static_cast<char*>(text), "<realValue>0,500000</realValue>\n");
 }
 
 }  // namespace

@@ -11,8 +11,7 @@
 #include <string>
 
 #include "fault/FailingAllocations.h"
-#include "xml/WriteToXMLDoc.h"
-#include "xml/ZQGNString.h"
+#include "zqxml/builders.hpp"
 #include "zqxml/zqxml.h"
 
 namespace {

@@ -1,6 +1,5 @@
 // zqxml convert: texts of other code sets.
 
-#include <strings.h>
 #include <zqxml/zqxml.h>
 
 #include <algorithm>
@@ -13,28 +12,14 @@
 #include <string>
 #include <vector>
 
+#include "codesets.h"
 #include "commands.h"
+#include "input.h"
 #include "output.h"
 
 namespace {
 
 using Json = nlohmann::ordered_json;
-using File = std::unique_ptr<FILE, int (*)(FILE*)>;
-
-struct CodeSet {
-  int number;
-  const char* name;
-};
-
-constexpr CodeSet kCodeSets[] = {
-    {0, "WESTERN"},      {1, "8859_1"},       {2, "8859_15"},      {3, "JIS"},     {4, "EUC"},
-    {5, "SJIS"},         {7, "GB2312"},       {8, "EUC_C"},        {9, "BIG5"},    {10, "EUC_H"},
-    {11, "KSC_5601_87"}, {12, "KSC_5601_92"}, {13, "EUC_K"},       {14, "8859_2"}, {15, "8859_3"},
-    {16, "8859_4"},      {17, "8859_5"},      {18, "8859_6"},      {19, "8859_7"}, {20, "8859_8"},
-    {21, "8859_9"},      {22, "8859_10"},     {23, "1250"},        {24, "1251"},   {25, "1253"},
-    {26, "1254"},        {27, "1255"},        {28, "1256"},        {29, "1257"},   {30, "1258"},
-    {40, "874"},         {41, "ISO_2022_CN"}, {42, "ISO_2022_KR"}, {64, "UTF16"},  {65, "UTF8"},
-};
 
 // What convertStrExt() has converters for.
 constexpr int kConversions[][2] = {{3, 4},  {3, 5},  {4, 3},   {4, 5},   {5, 3},   {5, 4},
@@ -56,33 +41,6 @@ struct Options {
   Output output;
 };
 
-std::string charsetOf(int number) {
-  char charset[ZQ_CHARSET_SIZE];
-  SetCharset(charset, number);
-  return charset;
-}
-
-// By number, name or charset; null if there is none.
-const CodeSet* findCodeSet(const std::string& word) {
-  for (const CodeSet& set : kCodeSets) {
-    const std::string charset = charsetOf(set.number);
-    if (word == std::to_string(set.number) || strcasecmp(word.c_str(), set.name) == 0 ||
-        (!charset.empty() && strcasecmp(word.c_str(), charset.c_str()) == 0)) {
-      return &set;
-    }
-  }
-  return nullptr;
-}
-
-const char* nameOf(int number) {
-  for (const CodeSet& set : kCodeSets) {
-    if (set.number == number) {
-      return set.name;
-    }
-  }
-  return "";
-}
-
 const char* detectedName(int code) {
   return code == 0 ? "unknown" : code == kEucOrShiftJis ? "EUC or SJIS" : nameOf(code);
 }
@@ -90,47 +48,13 @@ const char* detectedName(int code) {
 int list(const Options& options) {
   std::string text;
   Json rows = Json::array();
-  for (const CodeSet& set : kCodeSets) {
+  for (const CodeSet& set : allCodeSets()) {
     const std::string charset = charsetOf(set.number);
     text += std::to_string(set.number) + "\t" + set.name + "\t" + charset + "\n";
     rows.push_back({{"number", set.number}, {"name", set.name}});
     rows.back()["charset"] = charset.empty() ? Json() : Json(charset);
   }
   return options.json ? options.output.write(rows) : options.output.write(text);
-}
-
-std::string shownName(const std::string& path) {
-  return path == "-" ? "<stdin>" : path;
-}
-
-// Null if it can't be opened, which is told.
-File openFile(const std::string& path) {
-  if (path == "-") {
-    return {stdin, [](FILE*) { return 0; }};
-  }
-  File file(fopen(path.c_str(), "rb"), fclose);
-  if (file == nullptr) {
-    reportFileFault(path, errno);
-  }
-  return file;
-}
-
-// The content of a file, unless it can't be read, which is told.
-std::optional<std::string> readFile(const std::string& path) {
-  const File file = openFile(path);
-  if (file == nullptr) {
-    return std::nullopt;
-  }
-  std::string content;
-  char block[65536];
-  for (size_t got; (got = fread(block, 1, sizeof block, file.get())) > 0;) {
-    content.append(block, got);
-  }
-  if (ferror(file.get()) != 0) {
-    reportFileFault(shownName(path), errno);
-    return std::nullopt;
-  }
-  return content;
 }
 
 // The library's texts end at a zero byte, so a file with such is converted in pieces.
@@ -269,18 +193,15 @@ void addConvert(CLI::App& app, int& exitCode) {
   auto options = std::make_shared<Options>();
   CLI::App* command =
       app.add_subcommand("convert", "Convert, check and detect texts of other code sets");
-  const auto isCodeSet = [](const std::string& word) {
-    return findCodeSet(word) != nullptr ? std::string() : "no code set: " + word;
-  };
   options->files = {"-"};
   command
       ->add_option("FILE", options->files, "Texts; - is standard input, and what is taken without")
       ->option_text("...");
   command->add_option("-f,--from", options->from, "Code set of the texts: number, name or charset")
-      ->check(isCodeSet)
+      ->check(faultOfCodeSet)
       ->option_text("SET");
   command->add_option("-t,--to", options->to, "Convert to this code set")
-      ->check(isCodeSet)
+      ->check(faultOfCodeSet)
       ->option_text("SET");
   command->add_flag("--list", options->list, "List the code sets: number, name and charset");
   command->add_flag("--validate", options->validate,

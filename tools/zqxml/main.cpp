@@ -18,6 +18,8 @@ int run(int argc, char** argv) {
   int exitCode = kDone;
   addList(app, exitCode);
   addConvert(app, exitCode);
+  addBase64(app, exitCode);
+  addQp(app, exitCode);
   addDate(app, exitCode);
   addMessage(app, exitCode);
   addVersion(app, exitCode);
