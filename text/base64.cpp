@@ -20,21 +20,14 @@ size_t encodedSize(size_t length) {
   return length / kLineBytes * kLineSize + (rest == 0 ? 0 : (rest + 2) / 3 * 4 + 1) + 1;
 }
 
-bool isLength(long length, long most) {
-  return length >= 0 && length <= most;
-}
-
 }  // namespace
 
-int EncodeBase64(const void* input, long length, char** text) {
+int EncodeBase64(const void* input, unsigned length, char** text) {
   if (text == nullptr) {
     return 0;
   }
   *text = nullptr;
-  if (!isLength(length, std::numeric_limits<long>::max() / 2)) {
-    return ZQ_MESSAGE_BASE64_LENGTH;
-  }
-  const auto count = input == nullptr ? 0 : static_cast<size_t>(length);
+  const size_t count = input == nullptr ? 0 : length;
   auto* block = static_cast<char*>(malloc(encodedSize(count)));
   if (block == nullptr) {
     return ZQ_MESSAGE_OUT_OF_MEMORY;
@@ -44,15 +37,15 @@ int EncodeBase64(const void* input, long length, char** text) {
   return 0;
 }
 
-int EncodeBase64Line(const void* input, long length, const char* lineEnd, char* target) {
+int EncodeBase64Line(const void* input, unsigned length, const char* lineEnd, char* target) {
   if (target == nullptr) {
     return 0;
   }
   *target = '\0';
-  if (!isLength(length, ZQ_BASE64_LINE_BYTES)) {
+  if (length > ZQ_BASE64_LINE_BYTES) {
     return ZQ_MESSAGE_BASE64_LENGTH;
   }
-  const auto count = input == nullptr ? 0 : static_cast<size_t>(length);
+  const size_t count = input == nullptr ? 0 : length;
   char* end = portableBase64.encode(static_cast<const unsigned char*>(input), count, target);
   if (count > 0) {
     --end;  // the new line, in whose place the line end comes

@@ -142,7 +142,7 @@ class JisWords {
     const size_t count = 1 + strcspn(text + 1, "\x1B");
     const size_t length = count < kGroupBytes ? count : kGroupBytes;
     char group[kGroupCharacters + 1];
-    EncodeBase64Line(text, static_cast<long>(length), "", group);
+    EncodeBase64Line(text, static_cast<unsigned>(length), "", group);
     if (*text == kEscape) {
       memcpy(firstGroup, group, kGroupCharacters);
     }

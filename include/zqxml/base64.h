@@ -31,9 +31,9 @@ ZQXML_BEGIN_DECLS
  * @param length their number
  * @param text   receives a heap block with the text, which the caller frees; null after a failure. A null address skips
  *               the work
- * @return 0; 300 if memory runs out; 8936 for a negative length
+ * @return 0, or 300 if memory runs out
  */
-ZQXML_API int EncodeBase64(const void *input, long length, char **text);
+ZQXML_API int EncodeBase64(const void *input, unsigned length, char **text);
 
 /**
  * Encodes bytes as one line.
@@ -42,9 +42,9 @@ ZQXML_API int EncodeBase64(const void *input, long length, char **text);
  * @param length  their number, at most ZQ_BASE64_LINE_BYTES
  * @param lineEnd copied behind the characters, also if there are none; null is the same as an empty text
  * @param target  receives the line: 76 bytes, the length of the line end, and one more; null does nothing
- * @return 0; 8936 for a longer or a negative length, and then the target is empty
+ * @return 0; 8936 for a longer length, and then the target is empty
  */
-ZQXML_API int EncodeBase64Line(const void *input, long length, const char *lineEnd, char *target);
+ZQXML_API int EncodeBase64Line(const void *input, unsigned length, const char *lineEnd, char *target);
 
 /**
  * Decodes Base64. Everything but its 64 characters is skipped, wherever it stands: line ends, padding, bytes above 127.

@@ -69,7 +69,7 @@ std::string encoded(const std::string& bytes) {
   const std::unique_ptr<char[]> input(new char[bytes.size()]);
   memcpy(input.get(), bytes.data(), bytes.size());
   char* text = nullptr;
-  EXPECT_EQ(EncodeBase64(input.get(), static_cast<long>(bytes.size()), &text), 0);
+  EXPECT_EQ(EncodeBase64(input.get(), static_cast<unsigned>(bytes.size()), &text), 0);
   const std::unique_ptr<char, decltype(&free)> owner(text, free);
   return text == nullptr ? "null" : text;
 }
@@ -161,7 +161,7 @@ TEST(Base64, LargeDataComeBack) {
 TEST(Base64, NothingIsAnEmptyText) {
   const char byte = 'a';
   for (const auto& [input, length] :
-       {std::pair<const char*, long>{nullptr, 0}, {nullptr, 9}, {&byte, 0}}) {
+       {std::pair<const char*, unsigned>{nullptr, 0}, {nullptr, 9}, {&byte, 0}}) {
     char* text = nullptr;
     EXPECT_EQ(EncodeBase64(input, length, &text), 0);
     ASSERT_NE(text, nullptr);
@@ -169,16 +169,6 @@ TEST(Base64, NothingIsAnEmptyText) {
     free(text);
   }
   EXPECT_EQ(EncodeBase64("abc", 3, nullptr), 0);
-}
-
-TEST(Base64, ANegativeLengthIsRefused) {
-  char place = 0;
-  char* text = &place;
-  EXPECT_EQ(EncodeBase64("abc", -1, &text), 8936);
-  EXPECT_EQ(text, nullptr);
-  char line[] = "###";
-  EXPECT_EQ(EncodeBase64Line("abc", -1, "\n", line), 8936);
-  EXPECT_STREQ(line, "");
 }
 
 TEST(Base64, Lines) {
@@ -202,8 +192,8 @@ TEST(Base64, Lines) {
   };
   for (const Row& row : kRows) {
     const std::unique_ptr<char[]> target(new char[row.text.size() + 1]);
-    EXPECT_EQ(EncodeBase64Line(row.bytes.data(), static_cast<long>(row.bytes.size()), row.lineEnd,
-                               target.get()),
+    EXPECT_EQ(EncodeBase64Line(row.bytes.data(), static_cast<unsigned>(row.bytes.size()),
+                               row.lineEnd, target.get()),
               0);
     EXPECT_EQ(target.get(), row.text);
   }
@@ -211,7 +201,7 @@ TEST(Base64, Lines) {
 
 TEST(Base64, LongerLinesAreRefused) {
   const std::string bytes(200, 'a');
-  for (const long length : {58L, 59L, 200L}) {
+  for (const unsigned length : {58U, 59U, 200U, 0xFFFFFFFFU}) {
     char target[] = "####";
     EXPECT_EQ(EncodeBase64Line(bytes.data(), length, "\n", target), 8936);
     EXPECT_EQ(memcmp(target, "\0###", 5), 0);

@@ -1,6 +1,7 @@
 // zqxml base64: bytes as text.
 
 #include <zqxml/zqxml.h>
+#include <algorithm>
 
 #include <cstdlib>
 #include <memory>
@@ -25,11 +26,18 @@ using Bytes = std::unique_ptr<unsigned char, decltype(&free)>;
 using Text = std::unique_ptr<char, decltype(&free)>;
 
 std::string encoded(const std::string& content) {
-  char* text = nullptr;
-  if (EncodeBase64(content.data(), static_cast<long>(content.size()), &text) != 0) {
-    throw std::bad_alloc();
+  // Pieces of whole lines, as the library counts in 32 bits.
+  constexpr size_t kPiece = size_t{ZQ_BASE64_LINE_BYTES} << 20;
+  std::string result;
+  for (size_t begin = 0; begin < content.size(); begin += kPiece) {
+    const size_t length = std::min(kPiece, content.size() - begin);
+    char* text = nullptr;
+    if (EncodeBase64(content.data() + begin, static_cast<unsigned>(length), &text) != 0) {
+      throw std::bad_alloc();
+    }
+    result += Text(text, free).get();
   }
-  return Text(text, free).get();
+  return result;
 }
 
 std::string decoded(std::string content) {

@@ -1,19 +1,12 @@
 #include "xml/handlers/ZQXMLSupportFileHandler.h"
 
-#include <cstdlib>
-
 #include "xml/ZQXMLTagHash.h"
-#include "zqxml/base64.h"
+#include "xml/decodeBytes.h"
 
 namespace {
 
-// Throws ZQXMLException with the number of a failure.
 void loadContent(ZQSupportFileInfoStruct& file, const LeafText& leaf) {
-  free(file.fileContent);
-  file.fileContent = nullptr;
-  if (const int number = DecodeBase64(leaf.text, &file.fileContent, &file.fileSize); number != 0) {
-    throw ZQXMLException(number);
-  }
+  decodeBytes(leaf.text, file.fileContent, file.fileSize);
 }
 
 constexpr Leaf<ZQSupportFileInfoStruct> kLeaves[] = {

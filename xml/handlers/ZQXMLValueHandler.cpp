@@ -4,7 +4,7 @@
 
 #include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
-#include "zqxml/base64.h"
+#include "xml/decodeBytes.h"
 #include "zqxml/free.h"
 
 namespace {
@@ -96,13 +96,6 @@ bool isHost(int tag) {
 // Both names of a text are one type.
 int plainTag(int tag) {
   return tag == tag_l10nCharacterValue ? tag_characterValue : tag;
-}
-
-// Throws ZQXMLException with the number of a failure.
-void decode(const char* text, unsigned char*& bytes, uint32_t& count) {
-  if (const int number = DecodeBase64(text, &bytes, &count); number != 0) {
-    throw ZQXMLException(number);
-  }
 }
 
 }  // namespace
@@ -246,7 +239,7 @@ void ZQXMLValueHandler::GenZQValueStruct() {
 void ZQXMLValueHandler::GenByteList() {
   auto* list = target->u.byteList = newRecord<ZQByteList>();
   list->byteType = GetEnumValue(ENUM_BYTE_LIST_TYPE, byteListType, locator);
-  decode(leaves[tag_bytes], list->bytes, list->numItems);
+  decodeBytes(leaves[tag_bytes], list->bytes, list->numItems);
 }
 
 void ZQXMLValueHandler::GenAttachment() {
@@ -260,7 +253,7 @@ void ZQXMLValueHandler::GenAttachment() {
     replaceText(location.u.fileName, leaves[tag_fileName]);
   } else {
     ZQBufStruct& buffer = location.u.buffer;
-    decode(leaves[tag_attachmentData], buffer.bufferData, buffer.bufferSize);
+    decodeBytes(leaves[tag_attachmentData], buffer.bufferData, buffer.bufferSize);
   }
 }
 

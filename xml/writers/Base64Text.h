@@ -14,7 +14,7 @@ class Base64Text {
   Base64Text(const unsigned char* bytes, int64_t size) {
     if (bytes != nullptr && size > 0) {
       char* encoded = nullptr;
-      result = EncodeBase64(bytes, size, &encoded);
+      result = EncodeBase64(bytes, static_cast<unsigned>(size), &encoded);
       block.reset(encoded);
     }
   }
