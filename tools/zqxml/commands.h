@@ -15,13 +15,18 @@ enum ExitCode {
 
 // `exitCode` receives the result when the callback has run.
 void addBase64(CLI::App& app, int& exitCode);
+void addCheck(CLI::App& app, int& exitCode);
 void addCompletion(CLI::App& app, int& exitCode);
 void addConvert(CLI::App& app, int& exitCode);
 void addDate(CLI::App& app, int& exitCode);
+void addDiff(CLI::App& app, int& exitCode);
+void addExtract(CLI::App& app, int& exitCode);
+void addFmt(CLI::App& app, int& exitCode);
 void addList(CLI::App& app, int& exitCode);
 void addManual(CLI::App& app, int& exitCode);
 void addMessage(CLI::App& app, int& exitCode);
 void addQp(CLI::App& app, int& exitCode);
+void addShow(CLI::App& app, int& exitCode);
 void addVersion(CLI::App& app, int& exitCode);
 
 #endif

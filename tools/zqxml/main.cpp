@@ -17,6 +17,11 @@ int run(int argc, char** argv) {
   app.set_version_flag("--version", [] { return std::string("zqxml ") + GetZQXMLVersion(); });
   int exitCode = kDone;
   addList(app, exitCode);
+  addCheck(app, exitCode);
+  addShow(app, exitCode);
+  addDiff(app, exitCode);
+  addFmt(app, exitCode);
+  addExtract(app, exitCode);
   addConvert(app, exitCode);
   addBase64(app, exitCode);
   addQp(app, exitCode);
