@@ -551,6 +551,25 @@ TEST(InflateBlockAlone, TellsWhetherItIsTheLast) {
   }
 }
 
+TEST(InflateBlockAlone, GivesItsTablesBack) {
+  const Bytes data = inputs::make(Kind::Text, 400000);
+  const Bytes stream = calls::streamOf(calls::compress(1, data).data);
+  const Block block = blockFor(stream, ZIP_DECOMPRESS);
+  block->outputFd = open("/dev/null", O_WRONLY);
+  block->bitCount = 0;
+  block->bitAccumulator = 0;
+  const long before = fault::liveBlocks();
+  unsigned blocks = 0;
+  for (int last = 0; last == 0; ++blocks) {
+    block->huftCount = 0;
+    ASSERT_EQ(InflateBlock(block.get(), &last), 0);
+    EXPECT_GT(block->huftCount, 0u);
+    ASSERT_EQ(fault::liveBlocks(), before) << blocks;
+  }
+  EXPECT_GT(blocks, 2u);
+  close(block->outputFd);
+}
+
 // Tables that are wider than those of the library's own blocks.
 TEST(InflateCodesAlone, TakesTablesOfAnyWidth) {
   for (const unsigned width : {7u, 9u, 10u, 11u, 13u, 15u, 16u}) {

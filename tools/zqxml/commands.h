@@ -15,8 +15,10 @@ enum ExitCode {
 
 // `exitCode` receives the result when the callback has run.
 void addCompletion(CLI::App& app, int& exitCode);
+void addCompress(CLI::App& app, int& exitCode);
 void addConvert(CLI::App& app, int& exitCode);
 void addDate(CLI::App& app, int& exitCode);
+void addDecompress(CLI::App& app, int& exitCode);
 void addList(CLI::App& app, int& exitCode);
 void addManual(CLI::App& app, int& exitCode);
 void addMessage(CLI::App& app, int& exitCode);

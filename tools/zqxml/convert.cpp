@@ -14,12 +14,12 @@
 #include <vector>
 
 #include "commands.h"
+#include "input.h"
 #include "output.h"
 
 namespace {
 
 using Json = nlohmann::ordered_json;
-using File = std::unique_ptr<FILE, int (*)(FILE*)>;
 
 struct CodeSet {
   int number;
@@ -97,40 +97,6 @@ int list(const Options& options) {
     rows.back()["charset"] = charset.empty() ? Json() : Json(charset);
   }
   return options.json ? options.output.write(rows) : options.output.write(text);
-}
-
-std::string shownName(const std::string& path) {
-  return path == "-" ? "<stdin>" : path;
-}
-
-// Null if it can't be opened, which is told.
-File openFile(const std::string& path) {
-  if (path == "-") {
-    return {stdin, [](FILE*) { return 0; }};
-  }
-  File file(fopen(path.c_str(), "rb"), fclose);
-  if (file == nullptr) {
-    reportFileFault(path, errno);
-  }
-  return file;
-}
-
-// The content of a file, unless it can't be read, which is told.
-std::optional<std::string> readFile(const std::string& path) {
-  const File file = openFile(path);
-  if (file == nullptr) {
-    return std::nullopt;
-  }
-  std::string content;
-  char block[65536];
-  for (size_t got; (got = fread(block, 1, sizeof block, file.get())) > 0;) {
-    content.append(block, got);
-  }
-  if (ferror(file.get()) != 0) {
-    reportFileFault(shownName(path), errno);
-    return std::nullopt;
-  }
-  return content;
 }
 
 // The library's texts end at a zero byte, so a file with such is converted in pieces.

@@ -17,6 +17,8 @@ int run(int argc, char** argv) {
   app.set_version_flag("--version", [] { return std::string("zqxml ") + GetZQXMLVersion(); });
   int exitCode = kDone;
   addList(app, exitCode);
+  addCompress(app, exitCode);
+  addDecompress(app, exitCode);
   addConvert(app, exitCode);
   addDate(app, exitCode);
   addMessage(app, exitCode);
