@@ -338,7 +338,7 @@ TEST(FlushBlockAlone, TakesTheFixedCodeOnTies) {
   EXPECT_EQ(FlushBlock(block.get(), nullptr, 0, 1), (3u + 8 + 7 + 7) / 8);
   EXPECT_EQ(waitingIn(*block), (Bytes{0x4B, 0x04, 0x00}));
   EXPECT_EQ(block->lastLiteral, 0u);
-  EXPECT_EQ(block->dynamicLiteralTree['a'].frequency, 0);
+  EXPECT_EQ(block->dynamicLiteralTree[97].frequency, 0);
   EXPECT_EQ(block->dynamicLiteralTree[END_BLOCK].frequency, 1);
   EXPECT_EQ(block->flagBit, 1);
 }
