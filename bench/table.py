@@ -4,8 +4,9 @@
 usage: table.py PROGRAM_DIR [FAMILY...]
 
 targets.json tells the pairs: "ours" and "peer" are benchmarks of one program, which are run interleaved; the figure is
-the ratio of their best times (or of "measure"), since whatever else the machine does only adds to a time. "must" is the limit beyond which a figure is a defect, "goal"
-says when it is good; with "atLeast" more is better. "beside" is a second peer without limits: its figure is only shown.
+the ratio of their best times (or of "measure"), since whatever else the machine does only adds to a time. "must" is the
+limit beyond which a figure is a defect, "goal" says when it is good; with "atLeast" more is better. "beside" is a second
+peer without limits: its figure is only shown.
 """
 import json
 import pathlib
