@@ -4,8 +4,9 @@
 usage: table.py PROGRAM_DIR [FAMILY...]
 
 targets.json tells the pairs: "ours" and "peer" are benchmarks of one program, which are run interleaved; the figure is
-the ratio of their best times (or of "measure"), since whatever else the machine does only adds to a time. "must" is the limit beyond which a figure is a defect, "goal"
-says when it is good; with "atLeast" more is better.
+the ratio of their best times (or of "measure"), since whatever else the machine does only adds to a time. "must" is the
+limit beyond which a figure is a defect, "goal" says when it is good; with "atLeast" more is better. "beside" is a second
+peer without limits: its figure is only shown.
 """
 import json
 import pathlib
@@ -45,19 +46,20 @@ def main():
     targets = json.load(open(HERE / "targets.json"))
     if families:
         targets = [t for t in targets if t["program"].removesuffix("_bench") in families]
-    print(f"{'work':58} {'ratio':>7} {'must':>6} {'goal':>6}")
+    print(f"{'work':58} {'ratio':>7} {'must':>6} {'goal':>6} {'beside':>7}")
     missed = 0
     for program in dict.fromkeys(t["program"] for t in targets):
         rows = [t for t in targets if t["program"] == program]
-        names = list(dict.fromkeys(n for t in rows for n in (t["ours"], t["peer"])))
+        names = list(dict.fromkeys(t[key] for t in rows for key in ("ours", "peer", "beside") if key in t))
         best = run(str(programs / program), names)
         for row in rows:
             measure = row.get("measure", "cpu_time")
             ratio = best[row["ours"]][measure] / best[row["peer"]][measure]
+            beside = f"{best[row['ours']][measure] / best[row['beside']][measure]:7.3f}" if "beside" in row else " " * 7
             better = (lambda limit: ratio >= limit) if row.get("atLeast") else (lambda limit: ratio <= limit)
             verdict = "goal met" if better(row["goal"]) else "ok" if better(row["must"]) else "MISSED"
             missed += verdict == "MISSED"
-            print(f"{row['work']:58} {ratio:7.3f} {row['must']:6.2f} {row['goal']:6.2f}  {verdict}")
+            print(f"{row['work']:58} {ratio:7.3f} {row['must']:6.2f} {row['goal']:6.2f} {beside}  {verdict}")
     for counter in sorted(programs.glob("*_allocations")):
         if not families or counter.name.removesuffix("_allocations") in families:
             print(subprocess.run([counter], check=True, capture_output=True, text=True).stdout, end="")

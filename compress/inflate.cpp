@@ -402,9 +402,10 @@ int InflateCodes(ZipControlBlock* block, const huft* literalTable, const huft* d
     code.distances = &kNoSymbols;
     code.distanceBits = 0;
   }
+  const bool canBeFast = fitsFastTables(code);
   bool hasFastTables = false;
   for (bool atEnd = false; !atEnd;) {
-    if (block->inputPosition + kFastInput <= block->inputFill &&
+    if (canBeFast && block->inputPosition + kFastInput <= block->inputFill &&
         block->outputCount < WSIZE - kFastOutput) {
       if (!hasFastTables) {
         makeFastTables(block, code);

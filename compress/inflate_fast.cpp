@@ -316,6 +316,10 @@ Decode fastestDecode() {
 
 }  // namespace
 
+bool fitsFastTables(const BlockCode& code) {
+  return code.literalBits <= kUsualLiteralBits && code.distanceBits <= ZIP_FAST_DISTANCE_BITS;
+}
+
 void makeFastTables(ZipControlBlock* block, const BlockCode& code) {
   uint32_t* literals = block->fastLiterals;
   flatten(literals, kUsualLiteralBits, code.literals, code.literalBits);

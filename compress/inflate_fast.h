@@ -19,6 +19,9 @@ enum class FastResult { Paused, EndOfBlock, BadStream };
 constexpr unsigned kFastInput = 24;
 constexpr unsigned kFastOutput = 24;
 
+// Whether the flat tables are as wide as those of a code, which those of all blocks are.
+bool fitsFastTables(const BlockCode& code);
+
 // Makes the flat tables of the fast loop.
 void makeFastTables(ZipControlBlock* block, const BlockCode& code);
 

@@ -130,14 +130,16 @@ class BitWriter {
       : block(controlBlock),
         bits(controlBlock->bitBuffer),
         count(static_cast<unsigned>(controlBlock->bitValid)),
-        next(controlBlock->outputBuffer + controlBlock->outputCount) {}
+        next(controlBlock->outputBuffer + controlBlock->outputCount) {
+    store();
+  }
 
   void put(uint32_t value, unsigned valueBits) {
     bits |= uint64_t{value} << count;
     count += valueBits;
   }
 
-  // Keeps less than 8 bits. To be called before more than 64 have been put.
+  // Keeps less than 8 bits. To be called before 64 have been put.
   void store() {
     uint64_t bytes = bits;
     if constexpr (std::endian::native == std::endian::big) {
@@ -173,8 +175,8 @@ class BitWriter {
   unsigned count;
   unsigned char* next;
 };
-// 16 bits from before, a length and a distance.
-static_assert(16 + MAX_BITS + 5 + MAX_BITS + 13 <= 64);
+// What is kept, a length and a distance.
+static_assert(7 + MAX_BITS + 5 + MAX_BITS + 13 < 64);
 static_assert(sizeof(ZipControlBlock::outputBuffer) >= ZIP_OUTPUT_UNIT + 2 * sizeof(uint64_t));
 
 unsigned asBytes(unsigned bits) {
@@ -435,8 +437,8 @@ void SendAllTrees(ZipControlBlock* block, int literalCodes, int distanceCodes, i
 
 void CompressBlock(ZipControlBlock* block, const ZipCode* literalTree,
                    const ZipCode* distanceTree) {
-  // The code of each length with its extra bits behind it. The symbol behind the last one in use has the mark of ScanTree
-  // for a length.
+  // The code of each length with its extra bits behind it. The symbol behind the last one in use
+  // has the mark of ScanTree for a length.
   std::array<BitGroup, 256> lengths = {};
   for (unsigned length = 0; length < lengths.size(); ++length) {
     const unsigned symbol = block->lengthCode[length];

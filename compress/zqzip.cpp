@@ -46,12 +46,17 @@ int prepareDecompression(ZipControlBlock* block) {
   return 0;
 }
 
+// Without a source in memory nothing but an empty one can be meant.
+bool hasSource(const ZipControlBlock* block) {
+  return block->inputFd != 0 || block->inputMemory != nullptr || block->inputLength == 0;
+}
+
 int prepareCompression(ZipControlBlock* block, unsigned level) {
   constexpr unsigned kMaxLevel = 9;
   if (level >= 1 && level <= kMaxLevel) {
     block->level = level;
   }
-  if (block->inputFd == 0 && block->inputMemory == nullptr && block->inputLength > 0) {
+  if (!hasSource(block)) {
     return ZQ_MESSAGE_COMPRESS_ARGUMENT;
   }
   if (block->outputFd != 0 && lseek(block->outputFd, 0, SEEK_SET) < 0) {
@@ -179,6 +184,8 @@ int ZQProcessInput(int mode, unsigned level, int inputFd, int outputFd, const vo
     failure = prepareCompression(block, level);
   } else if (block->mode == ZIP_DECOMPRESS) {
     failure = prepareDecompression(block);
+  } else if (!hasSource(block)) {
+    failure = ZQ_MESSAGE_COMPRESS_ARGUMENT;
   }
   if (failure != 0) {
     return failure;

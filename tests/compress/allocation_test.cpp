@@ -204,13 +204,3 @@ TEST(Allocations, CopyOfPlainData) {
         EXPECT_EQ(outcome.length % 32768, 0u);
       });
 }
-
-// The plan of a dynamic block keeps only the tables of one block at a time.
-TEST(Allocations, TablesAreGivenBackBlockByBlock) {
-  const Bytes data = inputs::make(Kind::Text, 400000);
-  const Bytes container = calls::compress(1, data).data;
-  const long before = fault::liveBlocks();
-  const calls::Result result = calls::decompress(container);
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(fault::liveBlocks(), before + (result.data.empty() ? 0 : 1));
-}

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <ostream>
 
 #include "calls.h"
 #include "inputs.h"
@@ -229,6 +230,10 @@ struct Case {
   std::function<void(StreamBuilder&)> build;
   const char* data;
 };
+
+void PrintTo(const Case& c, std::ostream* out) {
+  *out << c.name;
+}
 
 class StreamCase : public testing::TestWithParam<Case> {};
 
