@@ -6,10 +6,14 @@
 #ifndef ZQXML_XML_ZQXMLBASEHANDLER_H
 #define ZQXML_XML_ZQXMLBASEHANDLER_H
 
+#include <memory>
 #include <xercesc/sax2/Attributes.hpp>
 
+#include "xml/ZQXMLException.h"
 #include "xml/ZQXMLHandlerInfo.h"
 #include "xml/ZQXMLHandlerStack.h"
+#include "xml/heap.h"
+#include "zqxml/messages.h"
 
 class ZQXMLBaseHandler {
  public:
@@ -44,6 +48,35 @@ class ZQXMLBaseHandler {
   bool ignoresText() const { return currentTag == 0; }
 
  protected:
+  // The current element has no place here: throws ZQXMLException 8941 with its name.
+  [[noreturn]] void refuseElement() const {
+    throw ZQXMLException(ZQ_MESSAGE_ELEMENT_NOT_ALLOWED, elementName, locator);
+  }
+
+  // An attribute has no place at the current element: throws ZQXMLException 8942 with its name.
+  [[noreturn]] void refuseAttribute(const XMLCh* name) const {
+    throw ZQXMLException(ZQ_MESSAGE_ATTRIBUTE_NOT_ALLOWED, &name, locator);
+  }
+
+  // Hands the element that begins over to the handler of a child, which fills `record`. What the
+  // record owned goes first: of two elements that fill one record the later one counts.
+  template <typename Handler, typename Record>
+  void giveTo(Handler& child, Record& record, void (*freeRecord)(Record*, ZQBoolean)) {
+    releaseRecord(record, freeRecord);
+    child.Init(&record);
+    handlerStack->Push(&child, locator);
+  }
+
+  // A child of a recursive definition, which is made at its first use: made with its parent it
+  // would make its own children without end.
+  template <typename Handler>
+  Handler& lazily(std::unique_ptr<Handler>& child) const {
+    if (child == nullptr) {
+      child = std::make_unique<Handler>(handlerInfo);
+    }
+    return *child;
+  }
+
   const ZQXMLHandlerInfo* handlerInfo;
   ZQXMLHandlerStack* handlerStack;
   ZQStructItemList* const* objectSelection;

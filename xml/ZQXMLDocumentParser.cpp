@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "xml/ZQXMLException.h"
 #include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
+#include "xml/objectchain.h"
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
 #include "zqxml/status.h"
@@ -30,7 +32,12 @@ bool isEscapedControl(XMLCh unit) {
 
 ZQXMLDocumentParser::ZQXMLDocumentParser()
     : handlerInfo{&handlerStack, &objectsToParse, &locator, &elementName},
+      rootHandler(&handlerInfo),
       namesHandler(&handlerInfo) {}
+
+ZQXMLDocumentParser::~ZQXMLDocumentParser() {
+  releaseChain(objectList);
+}
 
 void ZQXMLDocumentParser::initParsing(ParseMode mode, ZQStatusList* newStatus) {
   parseMode = mode;
@@ -47,10 +54,22 @@ void ZQXMLDocumentParser::InitObjectNameParsing(ZQUnsignedIntList* objectTypes,
   namesHandler.Init(objectTypes, objectNames, subTypes);
 }
 
+void ZQXMLDocumentParser::InitObjectDefnParsing(ZQStructItemList* selection,
+                                                ZQStatusList* newStatus) {
+  initParsing(kObjectDefinitions, newStatus);
+  objectsToParse = selection;
+  releaseChain(objectList);
+}
+
+ZQXMLObjectList* ZQXMLDocumentParser::GetObjectList() {
+  return std::exchange(objectList, nullptr);
+}
+
 void ZQXMLDocumentParser::endParsing() {
   status = nullptr;
   parseMode = kNoMode;
   locator = nullptr;
+  objectsToParse = nullptr;
 }
 
 // Runs what an event does. The name is there for messages as long as that takes, and the place of a
@@ -84,11 +103,21 @@ void ZQXMLDocumentParser::startDocument() {
   dispatch(nullptr, [this] {
     handlerStack.Init();
     openTags.clear();
-    if (parseMode != kObjectNames) {
-      throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME);
-    }
-    handlerStack.Push(&namesHandler, &locator);
+    handlerStack.Push(documentHandler(), &locator);
   });
+}
+
+// The handler that rules documents of the mode. Throws ZQXMLException 8944 if there is none.
+ZQXMLBaseHandler* ZQXMLDocumentParser::documentHandler() {
+  switch (parseMode) {
+    case kObjectNames:
+      return &namesHandler;
+    case kObjectDefinitions:
+      rootHandler.Init(&objectList);
+      return &rootHandler;
+    default:
+      throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME);
+  }
 }
 
 void ZQXMLDocumentParser::endDocument() {

@@ -19,11 +19,13 @@
 #include "xml/ZQXMLHandlerStack.h"
 #include "xml/ZQXMLHandlerUtils.h"
 #include "xml/handlers/ZQXMLGetNamesHandler.h"
+#include "xml/handlers/ZQXMLRootHandler.h"
 #include "zqxml/records.h"
 
 class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerUtils {
  public:
   ZQXMLDocumentParser();
+  ~ZQXMLDocumentParser() override;
 
   // The handlers point into this object.
   ZQXMLDocumentParser(const ZQXMLDocumentParser&) = delete;
@@ -33,6 +35,13 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   // receives what the XML parser reports and may be null.
   void InitObjectNameParsing(ZQUnsignedIntList* objectTypes, ZQNameList* objectNames,
                              ZQUnsignedIntList* subTypes, ZQStatusList* status);
+
+  // Sets up the next parse, which reads the objects of a document, or those of a selection that
+  // isn't null and not empty. A chain that an earlier parse has left is released.
+  void InitObjectDefnParsing(ZQStructItemList* selection, ZQStatusList* status);
+
+  // Gives the chain of objects out, and forgets it.
+  ZQXMLObjectList* GetObjectList();
 
   // Forgets the mode and the status list, as the end of a document does; called on every way out of
   // a parse.
@@ -77,9 +86,10 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   ZQXMLHandlerInfo handlerInfo;
 
  private:
-  enum ParseMode { kNoMode = 0, kObjectNames = 1 };
+  enum ParseMode { kNoMode = 0, kObjectNames = 1, kObjectDefinitions = 2 };
 
   void initParsing(ParseMode mode, ZQStatusList* status);
+  ZQXMLBaseHandler* documentHandler();
   ZQXMLBaseHandler* topHandler() const;
   void report(unsigned severity, const xercesc::SAXParseException& exception);
   template <typename Event>
@@ -88,7 +98,9 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   int parseMode = kNoMode;
   const xercesc::Locator* locator = nullptr;
   const XMLCh* elementName = nullptr;
+  ZQXMLRootHandler rootHandler;
   ZQStructItemList* objectsToParse = nullptr;
+  ZQXMLObjectList* objectList = nullptr;
   ZQXMLGetNamesHandler namesHandler;
   ZQStatusList* status = nullptr;
   std::vector<int> openTags;

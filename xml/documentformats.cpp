@@ -1,10 +1,14 @@
-// The forms of times and bytes in definition documents.
+// The forms of times, dates and bytes in definition documents.
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <string_view>
 
+#include "xml/FormatZQDateToISODate.h"
+#include "xml/ZQXMLTagHash.h"
+#include "zqxml/calendar.h"
 #include "zqxml/definitions.h"
 #include "zqxml/messages.h"
 #include "zqxml/os.h"
@@ -64,6 +68,49 @@ int FormatZQTimeOfDayToISOTime(int32_t timeOfDay, int size, char* text) {
   tm universal;
   tzset();
   formatTime("%H:%M:%S", gmtime_r(&seconds, &universal), size, text);
+  return 0;
+}
+
+int FormatZQDateToISODate(const XMLCh* typeName, int32_t julianDay, int size, char* text) {
+  char digits[ZQ_ISO_DATE_SIZE];
+  ConvertJDToISODateString(julianDay, digits);
+  // Neither year nor month need be positive, so the separators are behind their first character.
+  const std::string_view whole = digits;
+  const std::string_view monthAndDay = whole.substr(whole.find('-', 1) + 1);
+  const size_t sign = whole.front() == '-' ? 1 : 0;
+  const char* prefix = "";
+  std::string_view part;
+  const char* suffix = "";
+  switch (gTagHash.Get(typeName)) {
+    case tag_date:
+      part = whole;
+      break;
+    case tag_gDay:
+      prefix = "---";
+      part = monthAndDay.substr(monthAndDay.find('-', 1) + 1);
+      break;
+    case tag_gMonth:
+      prefix = "--";
+      part = monthAndDay.substr(0, 2);
+      suffix = "--";
+      break;
+    case tag_gMonthDay:
+      prefix = "--";
+      part = monthAndDay;
+      break;
+    case tag_gYear:
+      part = whole.substr(0, sign + 3);
+      break;
+    case tag_gYearMonth:
+      part = whole.substr(0, sign + 6);
+      break;
+    default:
+      return ZQ_MESSAGE_VALUE_CONVERSION;
+  }
+  if (size > 0 && text != nullptr) {
+    snprintf(text, static_cast<size_t>(size), "%s%.*s%s", prefix, static_cast<int>(part.size()),
+             part.data(), suffix);
+  }
   return 0;
 }
 

@@ -9,6 +9,7 @@
 #include "xml/XMLParserPair.h"
 #include "xml/XMLPlatform.h"
 #include "xml/XMLReader.h"
+#include "xml/objectchain.h"
 
 namespace {
 
@@ -96,6 +97,29 @@ int GetListXMLObjects(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc,
   return parseDocument(handle, inputDoc, records.get(), [&](ZQXMLDocumentParser& parser) {
     parser.InitObjectNameParsing(types.get(), names.get(), containerTypes.get(), records.get());
   });
+}
+
+int ParseXMLDocument(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc,
+                     ZQStructItemList* objectsToParse, ZQXMLParsedStream* parsedStream,
+                     ZQStructItemList* parsedObjects, ZQStatusList* status) {
+  ZQXMLParsedStream unseen;
+  ZQXMLParsedStream* stream = parsedStream != nullptr ? parsedStream : &unseen;
+  stream->objectList = nullptr;
+  if (parsedObjects != nullptr) {
+    *parsedObjects = {};
+  }
+  const OptionalStatus records(status);
+  int result = parseDocument(handle, inputDoc, records.get(), [&](ZQXMLDocumentParser& parser) {
+    parser.InitObjectDefnParsing(objectsToParse, records.get());
+  });
+  if (result < kError) {
+    stream->objectList = parserPairOf(handle)->documentParser.GetObjectList();
+    result = GetNamesFromObjectList(stream->objectList, parsedObjects, records.get());
+  }
+  if (stream == &unseen) {
+    releaseChain(unseen.objectList);
+  }
+  return result < kError ? 0 : result;
 }
 
 int GetXMLParserPosition(const ZQXMLParserHandle* handle, uint64_t* line, uint64_t* column) {

@@ -94,6 +94,31 @@ ZQXML_API int GetListXMLObjects(ZQXMLParserHandle *handle, const ZQXMLInputDoc *
                                 ZQNameList *objectNames, ZQUnsignedIntList *subTypes, ZQStatusList *status);
 
 /**
+ * Reads the objects of a definition document, all or those of a selection.
+ *
+ * The document is a "root" element with objects of any kind in any order; any other element in their place is refused.
+ * An object that isn't asked for is dropped when its name is seen, an object without a name never. That a selected
+ * object isn't in the document is no error here: GetFilterFromXML and its like (zqxml/objects.h) will say so. A document
+ * that fails gives out no object. `parsedStream`, `parsedObjects` and `status` are emptied first, without freeing what
+ * they held.
+ *
+ * @param handle         the parser
+ * @param inputDoc       the document, as for GetListXMLObjects
+ * @param objectsToParse kinds and names of the objects to keep, compared exactly; null or empty keeps all. Its
+ *                       `selectedElements` play no part
+ * @param parsedStream   receives the objects; free with FreeZQXMLParsedStreamInternal. May be null: then they are freed
+ * @param parsedObjects  receives the kinds and names of the objects kept, in the order of the document; free with
+ *                       FreeZQStructItemList. May be null
+ * @param status         receives the records; may be null
+ * @return 0, also when there are only warnings, or 2 (see the head of the file; 8957 with the text for a time that isn't
+ *         of the ISO form). When memory runs out for `parsedObjects` alone, the stream holds the objects beside the
+ *         result 2
+ */
+ZQXML_API int ParseXMLDocument(ZQXMLParserHandle *handle, const ZQXMLInputDoc *inputDoc,
+                               ZQStructItemList *objectsToParse, ZQXMLParsedStream *parsedStream,
+                               ZQStructItemList *parsedObjects, ZQStatusList *status);
+
+/**
  * Tells where the last message of the last parse arose, be it an error or a warning.
  *
  * @param handle the parser

@@ -17,6 +17,7 @@
 #include "zqxml/limits.h"
 #include "zqxml/messages.h"
 #include "zqxml/multibyte.h"
+#include "zqxml/objects.h"
 #include "zqxml/os.h"
 #include "zqxml/parser.h"
 #include "zqxml/records.h"

@@ -211,15 +211,81 @@ TEST_F(CodeSets, AHostsChoiceStandsOverTheLocale) {
   EXPECT_EQ(toLocal(u"\u0436"), "\xD6");
 }
 
-TEST_F(CodeSets, ThePointOfARealFollowsNoLocale) {
+// A document with one form, as the process writes it.
+std::string documentWithForm(const std::string& name) {
+  std::string document;
+  ZQXMLOutputDoc part = {1, {}};
+  const auto append = [&](int result) {
+    EXPECT_EQ(result, 0);
+    document += part.u.doc;
+    FreeZQXMLOutputDocInternal(&part, 0);
+  };
+  append(SetDocHeaderToXML(&part, nullptr));
+  ZQGNString form;
+  TextSink sink(form, 1);
+  sink.open(tag_form);
+  sink.element(tag_formName, name.c_str());
+  sink.close();
+  document += form;
+  append(SetDocFooterToXML(&part, nullptr));
+  return document;
+}
+
+std::string declaredAsUtf8(const std::string& document) {
+  char* result = nullptr;
+  SetEncodingForXMLDoc(document.c_str(), 65, &result);
+  EXPECT_NE(result, nullptr);
+  const std::string text = result != nullptr ? result : "";
+  free(result);
+  return text;
+}
+
+TEST_F(CodeSets, WhatAProcessWritesReadsBack) {
+  struct Case {
+    const char* language;  // null for a locale without a code set of its own
+    const char* charset;
+    std::string name;
+    const char* encoding;
+    bool asUtf8;
+  };
+  const std::string utf8 = "caf\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC <\xF0\x9F\x98\x80> & \xE2\x82\xAC";
+  for (const Case& each : {Case{nullptr, "C", utf8, "windows-1252", true},
+                           Case{nullptr, "C.UTF-8", utf8, "windows-1252", true},
+                           Case{"de_DE", "ISO-8859-1",
+                                "stra\xDF"
+                                "e <\xE4\xF6\xFC\xC4\xD6\xDC\xE9\xFF>",
+                                "windows-1252", false},
+                           Case{"ja_JP", "EUC-JP", "\xC6\xFC\xCB\xDC \xA5\xC6\xA5\xB9\xA5\xC8 <&>",
+                                "euc-jp", false}}) {
+    if (each.language != nullptr) {
+      useLocale(each.language, each.charset);
+    } else {
+      setenv("LC_ALL", each.charset, 1);
+      InitMbutil();
+      ASSERT_STREQ(setlocale(LC_ALL, nullptr), each.charset);
+    }
+    const std::string written = documentWithForm(each.name);
+    const std::string declaration =
+        "<?xml version=\"1.0\" encoding=\"" + std::string(each.encoding) + "\"?>";
+    EXPECT_EQ(written.substr(0, declaration.size() + 29), declaration + std::string(29, ' '));
+    const std::string expected = "0 | form " + each.name + " | ";
+    const std::string given = each.asUtf8 ? declaredAsUtf8(written) : written;
+    EXPECT_EQ(list(given).text(), expected) << each.charset;
+    if (each.asUtf8) {
+      const std::string start = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<root>\n";
+      EXPECT_EQ(given.substr(0, start.size()), start);
+      // Deliberate: the header is that of the locale's name, not of the bytes.
+      EXPECT_NE(list(written).text(), expected) << each.charset;
+    }
+  }
+}
+
+TEST_F(CodeSets, ThePointOfARealIsTheLocalesOwn) {
   useLocale("de_DE", "UTF-8");
-  char digits[16];
-  snprintf(digits, sizeof digits, "%.1f", 0.5);
-  ASSERT_STREQ(digits, "0,5");
   ZQGNString text;
   TextSink sink(text, 0);
   sink.realElement(tag_realValue, 0.5);
-  EXPECT_STREQ(static_cast<char*>(text), "<realValue>0.500000</realValue>\n");
+  EXPECT_STREQ(static_cast<char*>(text), "<realValue>0,500000</realValue>\n");
 }
 
 }  // namespace

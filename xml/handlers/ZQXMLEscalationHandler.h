@@ -1,0 +1,40 @@
+// Reads an escalation.
+#ifndef ZQXML_XML_HANDLERS_ZQXMLESCALATIONHANDLER_H
+#define ZQXML_XML_HANDLERS_ZQXMLESCALATIONHANDLER_H
+
+#include <cstdint>
+
+#include "xml/LeafTable.h"
+#include "xml/ObjectHead.h"
+#include "xml/ZQXMLBaseHandler.h"
+#include "xml/ZQXMLHandlerUtils.h"
+#include "xml/handlers/ZQXMLEscalationTimeHandler.h"
+#include "xml/handlers/ZQXMLFilterActionListHandler.h"
+#include "xml/handlers/ZQXMLQualHandler.h"
+#include "xml/handlers/ZQXMLWorkflowConnectHandler.h"
+#include "zqxml/records.h"
+
+class ZQXMLEscalationHandler : public ZQXMLBaseHandler, public ZQXMLHandlerUtils {
+ public:
+  explicit ZQXMLEscalationHandler(const ZQXMLHandlerInfo* info);
+
+  void Init(ZQXMLEscalation* escalation, uint32_t* objectType);
+
+  void CleanReferences() override;
+  void PreProcess(int tag) override;
+  void PostProcess(int tag) override;
+  void StartElement(int tag, const xercesc::Attributes& attributes) override;
+  void EndElement(int tag) override;
+  void Characters(const char* text, unsigned length) override;
+
+ private:
+  ZQXMLEscalation* target = nullptr;
+  ObjectHead head;
+  LeafTable<ZQXMLEscalation> leaves;
+  ZQXMLEscalationTimeHandler escalationTime;
+  ZQXMLWorkflowConnectHandler workflowConnect;
+  ZQXMLQualHandler qualifier;
+  ZQXMLFilterActionListHandler actions;
+};
+
+#endif
