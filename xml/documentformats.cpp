@@ -6,8 +6,8 @@
 #include <ctime>
 #include <string_view>
 
-#include "xml/FormatZQDateToISODate.h"
 #include "xml/ZQXMLTagHash.h"
+#include "zqxml/builders.hpp"
 #include "zqxml/calendar.h"
 #include "zqxml/definitions.h"
 #include "zqxml/messages.h"

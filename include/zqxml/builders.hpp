@@ -144,6 +144,19 @@ ZQXML_API int OutputContent(const char* content, ZQGNString& text);
  */
 ZQXML_API int WriteToXMLDoc(ZQGNString& text, ZQXMLOutputDoc* outputDoc);
 
+/**
+ * Writes a date in the form of an XML Schema type: "date" 2001-02-03, "gDay" ---03, "gMonth" --02--, "gMonthDay" --02-03,
+ * "gYear" and "gYearMonth". Deliberate: gYear has only the first three digits of the year, and gYearMonth the first six
+ * characters of the date; a sign ahead of them doesn't count.
+ *
+ * @param typeName  the type
+ * @param julianDay the day number
+ * @param size      size of `text` in bytes; more is cut, and 0 writes nothing
+ * @param text      receives the zero-terminated text; null skips it
+ * @return 0, or 8959 for another type or null: then the text is left alone
+ */
+ZQXML_API int FormatZQDateToISODate(const XMLCh* typeName, int32_t julianDay, int size, char* text);
+
 /** @name Values */
 /** @{ */
 

@@ -144,21 +144,37 @@ ZQXML_API void FreeZQXMLParsedStreamInternal(ZQXMLParsedStream *stream, ZQBoolea
 ZQXML_API void FreeZQXMLObjectList(ZQXMLObjectList *list, ZQBoolean freeNodes);
 
 /**
- * @name Free an object
- * Each frees what the record owns, and leaves it without it; null is ignored. With a `freeStruct` other than 0 the
- * record is a heap block and freed too.
- * @{
+ * Frees what a form owns, and leaves the record without it; null is ignored. The other functions below do the same for
+ * their records.
+ *
+ * @param schema     the record
+ * @param freeStruct 0: the record stays; otherwise it is a heap block and freed too
  */
 ZQXML_API void FreeZQXMLSchema(ZQXMLSchema *schema, ZQBoolean freeStruct);
+
+/** Frees what a filter owns; see FreeZQXMLSchema. */
 ZQXML_API void FreeZQXMLFilter(ZQXMLFilter *filter, ZQBoolean freeStruct);
+
+/** Frees what an active link owns; see FreeZQXMLSchema. */
 ZQXML_API void FreeZQXMLActiveLink(ZQXMLActiveLink *activeLink, ZQBoolean freeStruct);
+
+/** Frees what an escalation owns; see FreeZQXMLSchema. */
 ZQXML_API void FreeZQXMLEscalation(ZQXMLEscalation *escalation, ZQBoolean freeStruct);
+
+/** Frees what a container owns; see FreeZQXMLSchema. */
 ZQXML_API void FreeZQXMLContainer(ZQXMLContainer *container, ZQBoolean freeStruct);
+
+/** Frees what a menu owns; see FreeZQXMLSchema. */
 ZQXML_API void FreeZQXMLMenu(ZQXMLMenu *menu, ZQBoolean freeStruct);
+
+/** Frees what a set of views owns; see FreeZQXMLSchema. */
 ZQXML_API void FreeZQXMLVUI(ZQXMLVUI *vui, ZQBoolean freeStruct);
+
+/** Frees what a DSO mapping owns; see FreeZQXMLSchema. */
 ZQXML_API void FreeZQXMLDSOMapping(ZQXMLDSOMapping *mapping, ZQBoolean freeStruct);
+
+/** Frees what a DSO pool owns; see FreeZQXMLSchema. */
 ZQXML_API void FreeZQXMLDSOPool(ZQXMLDSOPool *pool, ZQBoolean freeStruct);
-/** @} */
 
 ZQXML_END_DECLS
 

@@ -1,8 +1,8 @@
 // A program outside the tree: builds a condition beneath an element of its own, and prints it.
+#include <zqxml/zqxml.h>
 #include <cstdio>
 #include <xercesc/dom/DOM.hpp>
 #include <zqxml/builders.hpp>
-#include <zqxml/zqxml.h>
 
 int main() {
   if (InitXMLParser(nullptr) != 0) {

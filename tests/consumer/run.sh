@@ -18,7 +18,7 @@ for file in share/locale/C/LC_MESSAGES/zqsystem.cat share/locale/en/LC_MESSAGES/
   test -f "$prefix/$file" || { echo "not installed: $file"; exit 1; }
 done
 test "$(basename "$(readlink -f "$libdir/libzqxml.so")")" = "$(basename "$(readlink -f "$libdir/libzqxml.so.1")")"
-find "$prefix/include" -type f | grep -v '/zqxml/[a-z_]*\.hp*$' && { echo "a private header was installed"; exit 1; }
+find "$prefix/include" -type f | grep -v '/zqxml/[a-z0-9_]*\.hp*$' && { echo "a private header was installed"; exit 1; }
 
 export LD_LIBRARY_PATH="$libdir"
 check() {

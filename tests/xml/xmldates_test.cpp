@@ -9,9 +9,9 @@
 #include <ostream>
 #include <string>
 
-#include "xml/FormatZQDateToISODate.h"
 #include "xml/ZQXMLHandlerUtils.h"
 #include "xml/ZQXMLTagHash.h"
+#include "zqxml/builders.hpp"
 #include "zqxml/calendar.h"
 
 namespace {

@@ -145,7 +145,7 @@ TEST(ListWriter, EmptyAndNullListsWriteNothing) {
   const ZQSortList sorts[] = {{0, nullptr}, {3, nullptr}};
   const ZQIndexList indexes[] = {{0, nullptr}, {3, nullptr}};
   const ZQEntryListFieldList fields[] = {{0, nullptr}, {3, nullptr}};
-  for (const size_t i : {0, 1, 2}) {
+  for (size_t i = 0; i < 3; ++i) {
     expectRecord(writeModifyPermissions, CreateModifyPermissionListNode,
                  i < 2 ? &permissions[i] : nullptr, "");
     expectRecord(writeViewPermissions, CreateViewPermissionNode, i < 2 ? &permissions[i] : nullptr,
