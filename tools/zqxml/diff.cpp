@@ -136,8 +136,10 @@ void addDiff(CLI::App& app, int& exitCode) {
       "A line per difference: \"-\" and an object that only the first document has, \"+\" and one "
       "that only the second\nhas, \"~\" with object, member (a JSON pointer) and both values. The "
       "order of objects doesn't count. Exits with 1\nif there are differences.");
-  command->add_option("OLD", options->left, "The first document; - is standard input")->required();
-  command->add_option("NEW", options->right, "The second document")->required();
+  command->add_option("OLD", options->left, "The first document; - is standard input")
+      ->required()
+      ->option_text(" ");
+  command->add_option("NEW", options->right, "The second document")->required()->option_text(" ");
   command->add_flag("--ignore-meta", options->ignoreMeta,
                     "Leave out owner, author, date and history of changes of the objects");
   command->add_flag("--json", options->json, "Print JSON");

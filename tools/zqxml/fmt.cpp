@@ -39,7 +39,9 @@ void addFmt(CLI::App& app, int& exitCode) {
       "Elements come in their fixed order, with tabs, in UTF-8; comments and what the format "
       "doesn't "
       "hold go away.\nA document in this form stays as it is.");
-  command->add_option("FILE", options->file, "The document; - is standard input")->required();
+  command->add_option("FILE", options->file, "The document; - is standard input")
+      ->required()
+      ->option_text(" ");
   options->output.addOption(*command);
   command->callback([options, &exitCode] { exitCode = run(*options); });
 }

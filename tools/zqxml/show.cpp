@@ -21,20 +21,16 @@ struct Options {
   Output output;
 };
 
-// A line per member; what is inside another member stands deeper.
-void appendText(std::string& text, const Json& json, const std::string& name, int depth) {
-  const std::string indent(static_cast<size_t>(depth) * 2, ' ');
-  if (json.is_structured() && !json.empty()) {
-    if (depth >= 0) {
+// A line per member of an object or array; what is inside a member stands deeper.
+void appendMembers(std::string& text, const Json& json, const std::string& indent) {
+  for (const auto& [key, value] : json.items()) {
+    const std::string name = json.is_array() ? "[" + key + "]" : key;
+    if (value.is_structured() && !value.empty()) {
       text += indent + name + ":\n";
+      appendMembers(text, value, indent + "  ");
+    } else {
+      text += indent + name + ": " + shown(value) + "\n";
     }
-    size_t index = 0;
-    for (const auto& [key, value] : json.items()) {
-      appendText(text, value, json.is_array() ? "[" + std::to_string(index++) + "]" : key,
-                 depth + 1);
-    }
-  } else {
-    text += indent + name + ": " + shown(json) + "\n";
   }
 }
 
@@ -68,7 +64,7 @@ int run(const Options& options) {
     return options.output.write(json);
   }
   std::string text;
-  appendText(text, json, "", -1);
+  appendMembers(text, json, "");
   return options.output.write(text);
 }
 
@@ -80,7 +76,9 @@ void addShow(CLI::App& app, int& exitCode) {
   command->footer(
       "Members have the names of the records in C; bytes are Base64. Exits with 1 if no object or "
       "more than one is selected.");
-  command->add_option("FILE", options->file, "The document; - is standard input")->required();
+  command->add_option("FILE", options->file, "The document; - is standard input")
+      ->required()
+      ->option_text(" ");
   command
       ->add_option("-s,--select", options->selection,
                    "The object; not needed if the document has only one")
