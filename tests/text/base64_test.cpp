@@ -124,7 +124,7 @@ TEST(Base64, KnownTexts) {
 }
 
 TEST(Base64, LinesHold57BytesAndAllEndWithANewLine) {
-  for (const size_t length : {1, 56, 57, 58, 113, 114, 115, 570, 1000}) {
+  for (const size_t length : {1u, 56u, 57u, 58u, 113u, 114u, 115u, 570u, 1000u}) {
     const std::string text = encoded(std::string(length, 'x'));
     size_t lines = 0;
     for (size_t start = 0; start < text.size();) {
@@ -150,7 +150,7 @@ TEST(Base64, EveryLengthAgreesWithBits) {
 }
 
 TEST(Base64, LargeDataComeBack) {
-  for (const size_t length : {100000, 1000003}) {
+  for (const size_t length : {100000u, 1000003u}) {
     const std::string bytes = randomBytes(length, 5);
     const std::string text = encoded(bytes);
     ASSERT_TRUE(text == plainlyEncoded(bytes));

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -151,6 +152,42 @@ TEST(QuotedPrintable, DecodesALine) {
   }
 }
 
+bool isDigit(char byte) {
+  return byte != '\0' && strchr("0123456789ABCDEFabcdef", byte) != nullptr;
+}
+
+std::string plainlyDecoded(std::string line) {
+  line = line.substr(0, line.find_first_of("\r\n"));
+  if (line.empty()) {
+    return "";
+  }
+  if (line[0] != '=') {
+    const bool stays = line[0] == '\t' || (line[0] >= 32 && line[0] <= 126);
+    return (stays ? line.substr(0, 1) : "") + plainlyDecoded(line.substr(1));
+  }
+  if (line.size() < 3) {
+    return line.substr(1);
+  }
+  if (isDigit(line[1]) && isDigit(line[2])) {
+    return static_cast<char>(std::stoi(line.substr(1, 2), nullptr, 16)) +
+           plainlyDecoded(line.substr(3));
+  }
+  const size_t taken = isDigit(line[1]) ? 2 : 1;
+  return line.substr(1, taken) + plainlyDecoded(line.substr(1 + taken));
+}
+
+TEST(QuotedPrintable, DecodingAgreesWithAPlainOne) {
+  constexpr char kBytes[] = "===4Afzg \t~\x01\x7F\xE3";
+  std::mt19937 random(9);
+  for (int round = 0; round < 20000; ++round) {
+    std::string line;
+    for (size_t length = random() % 12; length > 0; --length) {
+      line += random() % 40 == 0 ? '\n' : kBytes[random() % (sizeof kBytes - 1)];
+    }
+    ASSERT_EQ(fromPrintable(line), plainlyDecoded(line)) << line;
+  }
+}
+
 TEST(QuotedPrintable, AZeroByteComesOut) {
   char target[8];
   memset(target, '#', sizeof target);
@@ -242,7 +279,7 @@ TEST(JisWords, ALongerCharsetMakesShorterWords) {
   const auto open = [](size_t length) { return "=?" + std::string(length, 'c') + "?B?"; };
   const std::string text = ESC "$B%%%%%%";
   // The opening has 5 characters more than the charset.
-  for (const size_t length : {58, 61}) {
+  for (const size_t length : {58u, 61u}) {
     EXPECT_EQ(jisWords(text, std::string(length, 'c')),
               open(length) + "GyRCJSUl?=\n \t" + open(length) + "GyRCJSUl?=");
   }
@@ -261,6 +298,48 @@ TEST(JisWords, WorstTextsFindRoom) {
       const std::string text = std::string(ESC) + repeated(pattern, 200);
       EXPECT_GT(jisWords(text, charset).size(), text.size());
     }
+  }
+}
+
+// Word by word, from a list of the parts that begin with an ESC.
+std::string plainlyWorded(const std::string& text, const std::string& charset) {
+  std::string result = text.substr(0, text.find('\x1B'));
+  std::vector<std::string> words;
+  for (size_t start = result.size(); start < text.size();) {
+    const size_t end = std::min(text.find('\x1B', start + 1), text.size());
+    std::string first;
+    std::string word = "=?" + charset + "?B?";
+    for (size_t place = start; place < end; place += 3) {
+      const std::string bytes = text.substr(place, std::min<size_t>(3, end - place));
+      char group[5];
+      EncodeBase64Line(bytes.data(), static_cast<long>(bytes.size()), "", group);
+      if (place == start) {
+        first = group;
+      } else if (word.size() >= 71) {
+        words.push_back(word + "?=");
+        word = "=?" + charset + "?B?" + first;
+      }
+      word += group;
+    }
+    words.push_back(word + "?=");
+    start = end;
+  }
+  for (size_t i = 0; i < words.size(); ++i) {
+    result += (i == 0 ? "" : "\n \t") + words[i];
+  }
+  return result;
+}
+
+TEST(JisWords, AgreeWithPlainOnes) {
+  std::mt19937 random(11);
+  for (size_t length = 0; length <= 500; ++length) {
+    std::string text(length, '\0');
+    const unsigned escapes = 1 + static_cast<unsigned>(random() % 100);
+    for (char& byte : text) {
+      byte = random() % escapes == 0 ? '\x1B' : static_cast<char>(1 + random() % 255);
+    }
+    const std::string charset(random() % 90, 'c');
+    ASSERT_EQ(jisWords(text, charset), plainlyWorded(text, charset));
   }
 }
 
@@ -308,6 +387,25 @@ TEST_F(Subjects, AreConvertedAndNamed) {
   for (const Case& row : kCases) {
     EXPECT_EQ(subject(row.text, row.mailCodeSet, row.codeSet), row.target)
         << row.mailCodeSet << " " << row.codeSet;
+  }
+}
+
+TEST_F(Subjects, AreTheLinesOfQuotedPrintable) {
+  std::mt19937 random(12);
+  for (size_t length = 0; length <= 300; ++length) {
+    std::string text(length, '\0');
+    for (char& byte : text) {
+      byte = static_cast<char>(1 + random() % (length % 2 == 0 ? 255 : 127));
+    }
+    std::string expected;
+    std::string lines = printable(text);
+    while (!lines.empty()) {
+      const size_t end = std::min(lines.find("=\r\n"), lines.size());
+      expected +=
+          (expected.empty() ? "=?cp-1258?Q?" : "\n \t=?cp-1258?Q?") + lines.substr(0, end) + "?=";
+      lines.erase(0, end + 3);
+    }
+    ASSERT_EQ(subject(text, 30, 0), expected);
   }
 }
 
@@ -361,7 +459,7 @@ TEST_F(Subjects, WorstTextsFindRoom) {
       for (const int mailCodeSet : {0, kJis, kEuc, kShiftJis, kBig5, kEucH, 14}) {
         for (const std::string& first : characters) {
           for (const std::string& second : characters) {
-            for (const size_t count : {1, 5, 9, 10, 30}) {
+            for (const size_t count : {1u, 5u, 9u, 10u, 30u}) {
               const std::string text = repeated(first + second, count);
               subject(text, mailCodeSet, codeSet);
               subject(text + first, mailCodeSet, codeSet);
