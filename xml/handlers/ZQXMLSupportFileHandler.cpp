@@ -7,12 +7,16 @@
 
 namespace {
 
-// Throws ZQXMLException with the number of a failure.
+// A file without content has no block. Throws ZQXMLException with the number of a failure.
 void loadContent(ZQSupportFileInfoStruct& file, const LeafText& leaf) {
   free(file.fileContent);
   file.fileContent = nullptr;
   if (const int number = DecodeBase64(leaf.text, &file.fileContent, &file.fileSize); number != 0) {
     throw ZQXMLException(number);
+  }
+  if (file.fileSize == 0) {
+    free(file.fileContent);
+    file.fileContent = nullptr;
   }
 }
 
