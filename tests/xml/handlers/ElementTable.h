@@ -15,10 +15,14 @@ template <typename Record>
 struct Child {
   using Effect = std::function<void(Record&)>;
 
+  Child(std::string element, Effect once) : xml(std::move(element)), effect(std::move(once)) {}
+  Child(std::string element, Effect once, Effect secondTime)
+      : xml(std::move(element)), effect(std::move(once)), twice(std::move(secondTime)) {}
+
   std::string xml;
   Effect effect;
   // What it does when it comes twice, if that is something else: texts that join.
-  Effect twice = nullptr;
+  Effect twice;
 };
 
 // Each text of a document in pieces: plain, in a CDATA section, as a reference, and with comments
