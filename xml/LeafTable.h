@@ -119,6 +119,9 @@ inline uint32_t unsignedNumber(const char* text) {
   return static_cast<uint32_t>(strtoul(text, nullptr, 10));
 }
 
+// A decimal number with a point, whatever the locale; a text that is none gives 0.
+double realNumber(const char* text);
+
 // Fills a fixed array with as many whole characters as it has room for.
 template <size_t kSize>
 void fillArray(char (&array)[kSize], const char* text, int limit = kSize - 1) {

@@ -1,23 +1,12 @@
 #include "xml/handlers/ZQXMLSupportFileHandler.h"
 
-#include <cstdlib>
-
 #include "xml/ZQXMLTagHash.h"
-#include "zqxml/base64.h"
+#include "xml/decodeBytes.h"
 
 namespace {
 
-// A file without content has no block. Throws ZQXMLException with the number of a failure.
 void loadContent(ZQSupportFileInfoStruct& file, const LeafText& leaf) {
-  free(file.fileContent);
-  file.fileContent = nullptr;
-  if (const int number = DecodeBase64(leaf.text, &file.fileContent, &file.fileSize); number != 0) {
-    throw ZQXMLException(number);
-  }
-  if (file.fileSize == 0) {
-    free(file.fileContent);
-    file.fileContent = nullptr;
-  }
+  decodeBytes(leaf.text, file.fileContent, file.fileSize);
 }
 
 constexpr Leaf<ZQSupportFileInfoStruct> kLeaves[] = {

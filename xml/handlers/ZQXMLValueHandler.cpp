@@ -1,6 +1,7 @@
 #include "xml/handlers/ZQXMLValueHandler.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
@@ -32,7 +33,7 @@ constexpr Leaf<ZQValueStruct> kLeaves[] = {
     {tag_maskValue,
      [](ZQValueStruct& v, const LeafText& leaf) { v.u.maskValue = unsignedNumber(leaf.text); }},
     {tag_realValue,
-     [](ZQValueStruct& v, const LeafText& leaf) { v.u.realValue = atof(leaf.text); }},
+     [](ZQValueStruct& v, const LeafText& leaf) { v.u.realValue = realNumber(leaf.text); }},
     {tag_decimalValue,
      [](ZQValueStruct& v, const LeafText& leaf) { replaceText(v.u.decimalValue, leaf.text); }},
     {tag_diaryValue,
@@ -98,10 +99,13 @@ int plainTag(int tag) {
   return tag == tag_l10nCharacterValue ? tag_characterValue : tag;
 }
 
-// Throws ZQXMLException with the number of a failure.
+// No bytes are a null pointer. Throws ZQXMLException with the number of a failure.
 void decode(const char* text, unsigned char*& bytes, uint32_t& count) {
   if (const int number = DecodeBase64(text, &bytes, &count); number != 0) {
     throw ZQXMLException(number);
+  }
+  if (count == 0) {
+    free(std::exchange(bytes, nullptr));
   }
 }
 

@@ -8,7 +8,7 @@
 #include "fault/FailingAllocations.h"
 #include "records/Members.h"
 #include "records/StatusLists.h"
-#include "xml/handlers/Reading.h"
+#include "xml/handlers/Parsed.h"
 
 namespace {
 
@@ -196,16 +196,16 @@ TEST(ParseXMLDocument, DroppedObjectsLeaveNoBlocks) {
       "<helpText>H</helpText><ifActions><action><gotoGuide><label>L</label></gotoGuide></action>"
       "</ifActions>";
   const auto blocksOf = [](const std::string& document, ZQStructItemList* selection) {
-    Reading(sharedHandle(), document, selection);
+    Parsed(sharedHandle(), document, selection);
     const long before = fault::liveBlocks();
     long blocks = 0;
     {
-      Reading reading(sharedHandle(), document, selection);
-      // The texts of the reading itself are not to count.
-      reading.objects = {};
-      reading.status = {};
-      reading.objects.shrink_to_fit();
-      reading.status.shrink_to_fit();
+      Parsed parsed(sharedHandle(), document, selection);
+      // The texts of the parse itself are not to count.
+      parsed.objects = {};
+      parsed.status = {};
+      parsed.objects.shrink_to_fit();
+      parsed.status.shrink_to_fit();
       blocks = fault::liveBlocks() - before;
     }
     EXPECT_EQ(fault::liveBlocks(), before);
@@ -230,8 +230,8 @@ TEST(ParseXMLDocument, NullOutputsAreSkipped) {
   const ZQXMLInputDoc badInput = {ZQXML_INPUT_MEMORY, bad.data()};
   ParserHandle handle;
   const auto warmUp = [&handle, &good] {
-    const Reading first(&handle, good);
-    const Reading second(&handle, good);
+    const Parsed first(&handle, good);
+    const Parsed second(&handle, good);
   };
   warmUp();
   const long before = fault::liveBlocks();
@@ -279,7 +279,7 @@ TEST(ParseXMLDocument, AFailedParseLeaksNothing) {
   for (const auto* document : {&bad, &broken}) {
     ParserHandle handle;
     for (int i = 0; i < 3; ++i) {
-      EXPECT_EQ(Reading(&handle, *document).result, 2);
+      EXPECT_EQ(Parsed(&handle, *document).result, 2);
     }
   }
   EXPECT_EQ(fault::liveBlocks(), before);
@@ -287,10 +287,10 @@ TEST(ParseXMLDocument, AFailedParseLeaksNothing) {
 
 TEST(ParseXMLDocument, NamesAreReadByTheSameHandleInBetween) {
   ParserHandle handle;
-  EXPECT_EQ(Reading(&handle, inRoot(filter("A"))).outcome(), "0 | filter A | ");
-  EXPECT_EQ(Reading(&handle, inRoot(filter("A") + "<bogus/>")).result, 2);
+  EXPECT_EQ(Parsed(&handle, inRoot(filter("A"))).outcome(), "0 | filter A | ");
+  EXPECT_EQ(Parsed(&handle, inRoot(filter("A") + "<bogus/>")).result, 2);
   expectListsGoodDocument(&handle);
-  EXPECT_EQ(Reading(&handle, inRoot(filter("B"))).outcome(), "0 | filter B | ");
+  EXPECT_EQ(Parsed(&handle, inRoot(filter("B"))).outcome(), "0 | filter B | ");
 }
 
 // Names fill their arrays but for the terminator.
@@ -319,12 +319,12 @@ TEST(ParseXMLDocument, FailingAllocationsGive300) {
       filter("B", "<helpText>H</helpText>") + escalation("E"));
   const ZQXMLInputDoc input = {ZQXML_INPUT_MEMORY, document.data()};
   Selection selection({{ZQXML_FILTER, "A"}, {ZQXML_ESCALATION, "E"}});
-  Reading(sharedHandle(), document, &selection);
+  Parsed(sharedHandle(), document, &selection);
   const long before = fault::liveBlocks();
   {
     // A handle that is new to it has everything to make, one that isn't next to nothing.
     ParserHandle used;
-    Reading(&used, document, &selection);
+    Parsed(&used, document, &selection);
     for (const bool fresh : {true, false}) {
       const long injected = fault::forEachFailure([&](auto arm) {
         ParserHandle made;
@@ -354,7 +354,7 @@ TEST(ParseXMLDocument, FailingAllocationsGive300) {
         }
         FreeZQStructItemList(&parsed, 0);
         FreeZQXMLParsedStreamInternal(&stream, 0);
-        EXPECT_EQ(Reading(handle, inRoot(filter("Z"))).outcome(), "0 | filter Z | ");
+        EXPECT_EQ(Parsed(handle, inRoot(filter("Z"))).outcome(), "0 | filter Z | ");
         return failed;
       });
       EXPECT_GT(injected, 60);

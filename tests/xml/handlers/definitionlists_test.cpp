@@ -4,11 +4,13 @@
 
 #include <cstring>
 #include <string>
+#include <typeinfo>
+#include <vector>
 
 #include "fault/FailingAllocations.h"
 #include "records/Members.h"
 #include "xml/ZQXMLTagHash.h"
-#include "xml/handlers/ListReader.h"
+#include "xml/handlers/HandlerReader.h"
 #include "xml/handlers/ZQXMLChangeHistHandler.h"
 #include "xml/handlers/ZQXMLIndexListHandler.h"
 #include "xml/handlers/ZQXMLInternalIDListHandler.h"
@@ -26,11 +28,11 @@ struct Row {
   std::string content, members;
 };
 
+// Change histories have a text for a target.
 struct DiaryHolder {
   char* diary;
 };
 
-// Change histories have a text for a target.
 class DiaryHandler : public ZQXMLChangeHistHandler {
  public:
   using ZQXMLChangeHistHandler::ZQXMLChangeHistHandler;
@@ -41,12 +43,32 @@ void freeDiary(DiaryHolder* holder, ZQBoolean) {
   free(holder->diary);
 }
 
+}  // namespace
+
+template <>
+struct records::Description<DiaryHolder> {
+  static void visit(auto& v, auto& r) { v.text("changeDiary", r.diary); }
+};
+
+namespace {
+
+using PermissionReader =
+    HandlerReader<ZQXMLPermListHandler, ZQPermissionList, FreeZQPermissionList>;
+using PropertyReader = HandlerReader<ZQXMLPropListHandler, ZQPropList, FreeZQPropList>;
+using SortReader = HandlerReader<ZQXMLSortListHandler, ZQSortList, FreeZQSortList>;
+using IndexReader = HandlerReader<ZQXMLIndexListHandler, ZQIndexList, FreeZQIndexList>;
+using IdReader = HandlerReader<ZQXMLInternalIDListHandler, ZQInternalIdList, FreeZQInternalIdList>;
+using DiaryReader = HandlerReader<DiaryHandler, DiaryHolder, freeDiary>;
+using ResultFieldReader =
+    HandlerReader<ZQXMLResultListFieldsHandler, ZQEntryListFieldList, FreeZQEntryListFieldList>;
+using FileReader =
+    HandlerReader<ZQXMLSupportFileListHandler, ZQSupportFileInfoList, FreeZQSupportFileInfoList>;
+
 std::string shown(const DiaryHolder& holder) {
-  ZQXMLFilter filter = {};
-  filter.changeDiary = holder.diary;
-  return Members::of(filter);
+  return Members::of(holder);
 }
 
+// The elements of a list.
 template <typename List>
 std::string shown(const List& list) {
   std::string text;
@@ -61,29 +83,29 @@ std::string shown(const List& list) {
   return text;
 }
 
+// The record of a document, or what was told.
+template <typename Reader>
+std::string membersOf(Reader& reader, const std::string& document) {
+  const Reading reading = reader.read(document, false);
+  return reading.number == 0 ? shown(reader.record())
+                             : std::to_string(reading.number) + " " + reading.text;
+}
+
 // Reads the rows within a list element, one after the other by the same handler.
-template <typename Handler, typename Record>
-void expectRead(const std::string& list, void (*freeRecord)(Record*, ZQBoolean),
-                const std::vector<Row>& rows) {
-  ListReader<Handler, Record> reader;
+template <typename Reader>
+void expectRows(const std::string& list, const std::vector<Row>& rows) {
+  Reader reader;
+  const std::string empty = membersOf(reader, "<" + list + "/>");
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.content);
     const std::string document = "<" + list + ">\n" + row.content + "</" + list + ">";
-    const auto read = [&reader, freeRecord](const std::string& text) {
-      std::string fault;
-      Record record = reader.read(text, fault);
-      const std::string members = fault.empty() ? shown(record) : fault;
-      freeRecord(&record, 0);
-      return members;
-    };
-    EXPECT_EQ(read(document), row.members);
-    EXPECT_EQ(read("<" + list + "/>"), read("<" + list + ">text</" + list + ">"));
+    EXPECT_EQ(membersOf(reader, document), row.members) << document;
+    EXPECT_EQ(membersOf(reader, "<" + list + ">text</" + list + ">"), empty);
   }
 }
 
 TEST(ListReader, Permissions) {
-  expectRead<ZQXMLPermListHandler>(
-      "modifyPermissionList", FreeZQPermissionList,
+  expectRows<PermissionReader>(
+      "modifyPermissionList",
       {
           {"", ""},
           {"<modifyPermission><groupID>7</groupID><modifyRights>readOnly</modifyRights>"
@@ -103,22 +125,21 @@ TEST(ListReader, Permissions) {
           {"<modifyPermission><modifyRights>read</modifyRights><viewRights>Only</viewRights>"
            "</modifyPermission>",
            "permissions=1"},
-          {"<modifyPermission><groupID>7</groupID></modifyPermission>",
-           "2/8943 line: 2, column 58"},
-          {"<modifyPermission><modifyRights/></modifyPermission>", "2/8943 line: 2, column 53"},
+          {"<modifyPermission><groupID>7</groupID></modifyPermission>", "8943 line: 2, column 58"},
+          {"<modifyPermission><modifyRights/></modifyPermission>", "8943 line: 2, column 53"},
           {"<modifyPermission><modifyRights>all</modifyRights></modifyPermission>",
-           "2/8943 line: 2, column 70"},
+           "8943 line: 2, column 70"},
           // Outside of an entry they have no effect.
           {"<groupID>7</groupID><modifyRights>bogus</modifyRights>", ""},
           {"<groupID>7</groupID><modifyPermission><groupID>8</groupID><modifyRights>none"
            "</modifyRights></modifyPermission><groupID>9</groupID>",
            "groupId=8"},
-          {"<bogus/>", "2/8941 bogus, line: 2, column 9"},
-          {"<fieldID/>", "2/8941 fieldID, line: 2, column 11"},
-          {"<viewPermissionList/>", "2/8941 modifyPermissionList, line: 2, column 45"},
+          {"<bogus/>", "8941 bogus, line: 2, column 9"},
+          {"<fieldID/>", "8941 fieldID, line: 2, column 11"},
+          {"<viewPermissionList/>", "8941 modifyPermissionList, line: 2, column 45"},
       });
-  expectRead<ZQXMLPermListHandler>(
-      "viewPermissionList", FreeZQPermissionList,
+  expectRows<PermissionReader>(
+      "viewPermissionList",
       {
           {"<viewPermission><groupID>7</groupID><viewRights>visible</viewRights></viewPermission>"
            "<viewPermission><groupID>8</groupID><viewRights>hidden</viewRights></viewPermission>"
@@ -131,8 +152,8 @@ TEST(ListReader, Permissions) {
 TEST(ListReader, Properties) {
   for (const char* list : {"objectProperties", "commonProperties", "displayProperties",
                            "properties", "propertyList"}) {
-    expectRead<ZQXMLPropListHandler>(
-        list, FreeZQPropList,
+    expectRows<PropertyReader>(
+        list,
         {
             {"", ""},
             {"<property><value><integerValue>5</integerValue></value><tag>7</tag></property>",
@@ -154,18 +175,18 @@ TEST(ListReader, Properties) {
             // Outside of an entry they have no effect.
             {"<value><characterValue>V</characterValue></value><tag>1</tag>", ""},
             {"<value><characterValue>V</characterValue></value><tag>1</tag><property/>", ""},
-            {"<bogus/>", "2/8941 bogus, line: 2, column 9"},
-            {"<property><bogus/></property>", "2/8941 bogus, line: 2, column 19"},
-            {"<property><value><bogus/></value></property>", "2/8941 bogus, line: 2, column 26"},
+            {"<bogus/>", "8941 bogus, line: 2, column 9"},
+            {"<property><bogus/></property>", "8941 bogus, line: 2, column 19"},
+            {"<property><value><bogus/></value></property>", "8941 bogus, line: 2, column 26"},
         });
   }
-  expectRead<ZQXMLPropListHandler>("properties", FreeZQPropList,
-                                   {{"<propertyList/>", "2/8941 properties, line: 2, column 29"}});
+  expectRows<PropertyReader>("properties",
+                             {{"<propertyList/>", "8941 properties, line: 2, column 29"}});
 }
 
 TEST(ListReader, SortEntries) {
-  expectRead<ZQXMLSortListHandler>(
-      "sortList", FreeZQSortList,
+  expectRows<SortReader>(
+      "sortList",
       {
           {"", ""},
           {"<sort><fieldID>7</fieldID><sortOrder>ascending</sortOrder></sort>",
@@ -175,13 +196,13 @@ TEST(ListReader, SortEntries) {
           {"<sort><sortOrder>ascending</sortOrder></sort><sort><sortOrder>descending</sortOrder>"
            "</sort>",
            "sortOrder=1, sortOrder=2"},
-          {"<sort><fieldID>7</fieldID></sort>", "2/8943 line: 2, column 34"},
-          {"<sort><sortOrder/></sort>", "2/8943 line: 2, column 26"},
-          {"<sort><sortOrder>up</sortOrder></sort>", "2/8943 line: 2, column 39"},
+          {"<sort><fieldID>7</fieldID></sort>", "8943 line: 2, column 34"},
+          {"<sort><sortOrder/></sort>", "8943 line: 2, column 26"},
+          {"<sort><sortOrder>up</sortOrder></sort>", "8943 line: 2, column 39"},
           {"<fieldID>7</fieldID><sortOrder>up</sortOrder>", ""},
-          {"<bogus/>", "2/8941 bogus, line: 2, column 9"},
-          {"<sort><groupID/></sort>", "2/8941 groupID, line: 2, column 17"},
-          {"<sortList/>", "2/8941 sortList, line: 2, column 23"},
+          {"<bogus/>", "8941 bogus, line: 2, column 9"},
+          {"<sort><groupID/></sort>", "8941 groupID, line: 2, column 17"},
+          {"<sortList/>", "8941 sortList, line: 2, column 23"},
       });
 }
 
@@ -197,8 +218,8 @@ TEST(ListReader, Indexes) {
   const std::string name254(254, 'i');
   const std::string unique = "<uniqueIndex>true</uniqueIndex>";
   const std::string notUnique = "<uniqueIndex>false</uniqueIndex>";
-  expectRead<ZQXMLIndexListHandler>(
-      "formIndexList", FreeZQIndexList,
+  expectRows<IndexReader>(
+      "formIndexList",
       {
           {"", ""},
           {"<formIndex><indexName>I</indexName>" + unique + "<fieldIDList>" + ids(2) +
@@ -209,10 +230,10 @@ TEST(ListReader, Indexes) {
            "numFields=1 fieldIds[4294967295] indexName=\"" + name254 + "\""},
           {"<formIndex>" + ids(16) + unique + "</formIndex>",
            "numFields=16 fieldIds[1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16] uniqueIndex=1"},
-          {"<formIndex>\n" + ids(17) + unique + "</formIndex>", "2/8944 line: 3, column 349"},
+          {"<formIndex>\n" + ids(17) + unique + "</formIndex>", "8944 line: 3, column 349"},
           {"<formIndex><fieldIDList>" + ids(16) + "</fieldIDList>\n<fieldIDList>" + ids(1) +
                "</fieldIDList>" + unique + "</formIndex>",
-           "2/8944 line: 3, column 34"},
+           "8944 line: 3, column 34"},
           // Each index begins afresh.
           {"<formIndex>" + ids(16) + unique + "</formIndex><formIndex>" + ids(1) + notUnique +
                "</formIndex><formIndex><indexName>I</indexName>" + notUnique + "</formIndex>",
@@ -224,41 +245,38 @@ TEST(ListReader, Indexes) {
            "numFields=1 fieldIds[1] uniqueIndex=1 indexName=\"a\""},
           {"<formIndex><fieldID>1<indexName>a</indexName>2</fieldID>" + unique + "</formIndex>",
            "numFields=1 fieldIds[1] uniqueIndex=1 indexName=\"a\""},
-          {"<formIndex/>", "2/8943 line: 2, column 13"},
-          {"<formIndex><uniqueIndex>yes</uniqueIndex></formIndex>", "2/8943 line: 2, column 54"},
+          {"<formIndex/>", "8943 line: 2, column 13"},
+          {"<formIndex><uniqueIndex>yes</uniqueIndex></formIndex>", "8943 line: 2, column 54"},
           {"<indexName>I</indexName><uniqueIndex>yes</uniqueIndex>" + ids(2), ""},
           {ids(2) + "<formIndex>" + notUnique + "</formIndex>", ""},
-          {"<bogus/>", "2/8941 bogus, line: 2, column 9"},
-          {"<formIndex><groupID/></formIndex>", "2/8941 groupID, line: 2, column 22"},
-          {"<formIndexList/>", "2/8941 formIndexList, line: 2, column 33"},
+          {"<bogus/>", "8941 bogus, line: 2, column 9"},
+          {"<formIndex><groupID/></formIndex>", "8941 groupID, line: 2, column 22"},
+          {"<formIndexList/>", "8941 formIndexList, line: 2, column 33"},
       });
 }
 
 TEST(ListReader, Ids) {
   for (const char* list : {"accessList", "subAdminAccessList", "fieldIDList"}) {
-    expectRead<ZQXMLInternalIDListHandler>(
-        list, FreeZQInternalIdList,
-        {
-            {"", ""},
-            {"<groupID>7</groupID>", "7"},
-            {"<fieldID>7</fieldID>", "7"},
-            {"text<groupID>1 </groupID>text<fieldID>4294967295</fieldID><fieldID>-1</fieldID>"
-             "<groupID/><groupID>x</groupID><fieldID>4294967298</fieldID>",
-             "1, 4294967295, 4294967295, 0, 0, 2"},
-            {"<groupID>1<fieldID>2</fieldID>3</groupID>", "2, 2"},
-            {"<bogus/>", "2/8941 bogus, line: 2, column 9"},
-            {"<viewID/>", "2/8941 viewID, line: 2, column 10"},
-        });
+    expectRows<IdReader>(
+        list, {
+                  {"", ""},
+                  {"<groupID>7</groupID>", "7"},
+                  {"<fieldID>7</fieldID>", "7"},
+                  {"text<groupID>1 </groupID>text<fieldID>4294967295</fieldID><fieldID>-1</fieldID>"
+                   "<groupID/><groupID>x</groupID><fieldID>4294967298</fieldID>",
+                   "1, 4294967295, 4294967295, 0, 0, 2"},
+                  {"<groupID>1<fieldID>2</fieldID>3</groupID>", "2, 2"},
+                  {"<bogus/>", "8941 bogus, line: 2, column 9"},
+                  {"<viewID/>", "8941 viewID, line: 2, column 10"},
+              });
   }
-  expectRead<ZQXMLInternalIDListHandler>(
-      "accessList", FreeZQInternalIdList,
-      {{"<fieldIDList/>", "2/8941 accessList, line: 2, column 28"}});
+  expectRows<IdReader>("accessList", {{"<fieldIDList/>", "8941 accessList, line: 2, column 28"}});
 }
 
 TEST(ListReader, ChangeHistories) {
   const std::string user30(30, 'u');
-  expectRead<DiaryHandler>(
-      "changeHistory", freeDiary,
+  expectRows<DiaryReader>(
+      "changeHistory",
       {
           // Without an entry it is an empty text, not none.
           {"", "changeDiary=\"\""},
@@ -277,19 +295,19 @@ TEST(ListReader, ChangeHistories) {
            "changeDiary=\"0<4><4>ab<3>\""},
           {"<entry>E</entry>", "changeDiary=\"\""},
           {"<entry>E</entry><changeEntry/>", "changeDiary=\"0<4><4><3>\""},
-          {"<changeEntry bogus='1'/>", "2/8942 bogus, line: 2, column 25"},
-          {"<changeEntry owner='1'/>", "2/8942 owner, line: 2, column 25"},
-          {"<changeEntry version='1'/>", "2/8942 version, line: 2, column 27"},
-          {"<changeEntry modifiedDate='soon'/>", "2/8957 soon"},
-          {"<bogus/>", "2/8941 bogus, line: 2, column 9"},
-          {"<changeEntry><helpText/></changeEntry>", "2/8941 helpText, line: 2, column 25"},
-          {"<changeHistory/>", "2/8941 changeHistory, line: 2, column 33"},
+          {"<changeEntry bogus='1'/>", "8942 bogus, line: 2, column 25"},
+          {"<changeEntry owner='1'/>", "8942 owner, line: 2, column 25"},
+          {"<changeEntry version='1'/>", "8942 version, line: 2, column 27"},
+          {"<changeEntry modifiedDate='soon'/>", "8957 soon"},
+          {"<bogus/>", "8941 bogus, line: 2, column 9"},
+          {"<changeEntry><helpText/></changeEntry>", "8941 helpText, line: 2, column 25"},
+          {"<changeHistory/>", "8941 changeHistory, line: 2, column 33"},
       });
 }
 
 TEST(ListReader, ResultListFields) {
-  expectRead<ZQXMLResultListFieldsHandler>(
-      "resultListFields", FreeZQEntryListFieldList,
+  expectRows<ResultFieldReader>(
+      "resultListFields",
       {
           {"", ""},
           {"<resultListField><fieldID>7</fieldID><fieldSeparator>, </fieldSeparator><fieldWidth>20"
@@ -304,15 +322,15 @@ TEST(ListReader, ResultListFields) {
            "fieldSeparator=\"123456789\", fieldSeparator=\"123456789\", "},
           {"<fieldID>7</fieldID>", ""},
           {"<fieldID>7</fieldID><resultListField/>", ""},
-          {"<bogus/>", "2/8941 bogus, line: 2, column 9"},
-          {"<resultListField><groupID/></resultListField>", "2/8941 groupID, line: 2, column 28"},
-          {"<resultListFields/>", "2/8941 resultListFields, line: 2, column 39"},
+          {"<bogus/>", "8941 bogus, line: 2, column 9"},
+          {"<resultListField><groupID/></resultListField>", "8941 groupID, line: 2, column 28"},
+          {"<resultListFields/>", "8941 resultListFields, line: 2, column 39"},
       });
 }
 
 TEST(ListReader, SupportFiles) {
-  expectRead<ZQXMLSupportFileListHandler>(
-      "supportFileList", FreeZQSupportFileInfoList,
+  expectRows<FileReader>(
+      "supportFileList",
       {
           {"", ""},
           {"<supportFile/>", ""},
@@ -327,99 +345,79 @@ TEST(ListReader, SupportFiles) {
            "fileSize=2 fileContent[65 66]"},
           {"<supportFile><content>QU</content><content>JD</content></supportFile>",
            "fileSize=3 fileContent[65 66 67]"},
-          {"<supportFile><fileType/></supportFile>", "2/8943 line: 2, column 25"},
-          {"<supportFile><fileType>bogus</fileType></supportFile>", "2/8943 line: 2, column 40"},
-          {"<supportFile><modifiedDate>soon</modifiedDate></supportFile>", "2/8957 soon"},
-          {"<fileID/>", "2/8941 fileID, line: 2, column 10"},
-          {"<supportFile><bogus/></supportFile>", "2/8941 bogus, line: 2, column 22"},
-          {"<supportFile><supportFile/></supportFile>", "2/8941 supportFile, line: 2, column 42"},
-          {"<supportFileList/>", "2/8941 supportFileList, line: 2, column 37"},
+          {"<supportFile><fileType/></supportFile>", "8943 line: 2, column 25"},
+          {"<supportFile><fileType>bogus</fileType></supportFile>", "8943 line: 2, column 40"},
+          {"<supportFile><modifiedDate>soon</modifiedDate></supportFile>", "8957 soon"},
+          {"<fileID/>", "8941 fileID, line: 2, column 10"},
+          {"<supportFile><bogus/></supportFile>", "8941 bogus, line: 2, column 22"},
+          {"<supportFile><supportFile/></supportFile>", "8941 supportFile, line: 2, column 42"},
+          {"<supportFileList/>", "8941 supportFileList, line: 2, column 37"},
       });
 }
 
 // What a handler holds for a list that isn't finished goes with it, and doesn't show in the next.
-template <typename Handler, typename Record>
-void expectNoLeak(const std::string& list, const std::string& content,
-                  void (*freeRecord)(Record*, ZQBoolean)) {
+template <typename Reader>
+void expectNoLeak(const std::string& list, const std::string& content) {
   SCOPED_TRACE(list);
-  const std::string good = "<" + list + ">" + content + content + "</" + list + ">";
+  const std::string start = "<" + list + ">";
+  const std::string end = "</" + list + ">";
+  const std::string good = start + content + content + end;
   const long before = fault::liveBlocks();
   {
-    ListReader<Handler, Record> reader;
-    std::string fault;
-    Record record = reader.read("<" + list + ">" + content + "</" + list + ">", fault);
-    const std::string one = shown(record);
-    freeRecord(&record, 0);
-    for (size_t cut = good.find('>') + 1; cut < good.size(); ++cut) {
-      record = reader.read(good.substr(0, cut) + "<", fault);
-      EXPECT_EQ(shown(record), shown(Record{}));
-      freeRecord(&record, 0);
+    Reader reader;
+    const std::string one = membersOf(reader, start + content + end);
+    const std::string empty = membersOf(reader, start + end);
+    for (size_t cut = start.size(); cut < good.size(); ++cut) {
+      EXPECT_EQ(reader.read(good.substr(0, cut) + "<", false).number, 8940);
+      EXPECT_EQ(shown(reader.record()), typeid(Reader) == typeid(DiaryReader) ? "" : empty);
       if (cut % 7 == 0) {
-        record = reader.read("<" + list + ">" + content + "</" + list + ">", fault);
-        EXPECT_EQ(fault, "");
-        EXPECT_EQ(shown(record), one);
-        freeRecord(&record, 0);
+        EXPECT_EQ(membersOf(reader, start + content + end), one);
       }
     }
     const long injected = fault::forEachFailure([&](auto arm) {
       bool failed = false;
-      OwnedStatusList status;
-      int result = 0;
-      reader.prepare();
+      int number = 0;
       {
         const auto failing = arm();
-        result = reader.parse(good, record, &status);
+        number = reader.read(good, false).number;
         failed = fault::FailingAllocations::happened();
       }
-      EXPECT_EQ(result != 0, failed);
-      EXPECT_EQ(describe(status), result == 2 ? "2/300 " : "");
-      freeRecord(&record, 0);
+      EXPECT_EQ(number, failed ? 300 : 0);
       return failed;
     });
     EXPECT_GT(injected, 4);
-    record = reader.read("<" + list + ">" + content + "</" + list + ">", fault);
-    EXPECT_EQ(shown(record), one);
-    freeRecord(&record, 0);
+    EXPECT_EQ(membersOf(reader, start + content + end), one);
     // Destroyed with a list half read.
-    record = reader.read("<" + list + ">" + content + "<bogus/>", fault);
-    EXPECT_NE(fault, "");
-    freeRecord(&record, 0);
+    EXPECT_EQ(reader.read(start + content + "<bogus/>", false).number, 8941);
   }
   EXPECT_EQ(fault::liveBlocks(), before);
 }
 
 TEST(ListReader, UnfinishedLists) {
-  expectNoLeak<ZQXMLPermListHandler>(
+  expectNoLeak<PermissionReader>(
       "viewPermissionList",
-      "<viewPermission><groupID>7</groupID><viewRights>hidden</viewRights></viewPermission>",
-      FreeZQPermissionList);
-  expectNoLeak<ZQXMLPropListHandler>(
+      "<viewPermission><groupID>7</groupID><viewRights>hidden</viewRights></viewPermission>");
+  expectNoLeak<PropertyReader>(
       "properties",
-      "<property><value><characterValue>V</characterValue></value><tag>7</tag></property>",
-      FreeZQPropList);
-  expectNoLeak<ZQXMLSortListHandler>(
-      "sortList", "<sort><fieldID>7</fieldID><sortOrder>ascending</sortOrder></sort>",
-      FreeZQSortList);
-  expectNoLeak<ZQXMLIndexListHandler>(
-      "formIndexList", "<formIndex><uniqueIndex>true</uniqueIndex><fieldID>1</fieldID></formIndex>",
-      FreeZQIndexList);
-  expectNoLeak<ZQXMLInternalIDListHandler>("accessList", "<groupID>7</groupID>",
-                                           FreeZQInternalIdList);
-  expectNoLeak<DiaryHandler>("changeHistory",
-                             "<changeEntry userName='u'><entry>E</entry></changeEntry>", freeDiary);
-  expectNoLeak<ZQXMLResultListFieldsHandler>(
-      "resultListFields", "<resultListField><fieldID>7</fieldID></resultListField>",
-      FreeZQEntryListFieldList);
-  expectNoLeak<ZQXMLSupportFileListHandler>("supportFileList",
-                                            "<supportFile><content>QUI=</content></supportFile>",
-                                            FreeZQSupportFileInfoList);
+      "<property><value><characterValue>V</characterValue></value><tag>7</tag></property>");
+  expectNoLeak<SortReader>("sortList",
+                           "<sort><fieldID>7</fieldID><sortOrder>ascending</sortOrder></sort>");
+  expectNoLeak<IndexReader>(
+      "formIndexList",
+      "<formIndex><uniqueIndex>true</uniqueIndex><fieldID>1</fieldID></formIndex>");
+  expectNoLeak<IdReader>("accessList", "<groupID>7</groupID>");
+  expectNoLeak<DiaryReader>("changeHistory",
+                            "<changeEntry userName='u'><entry>E</entry></changeEntry>");
+  expectNoLeak<ResultFieldReader>("resultListFields",
+                                  "<resultListField><fieldID>7</fieldID></resultListField>");
+  expectNoLeak<FileReader>("supportFileList", "<supportFile><content>QUI=</content></supportFile>");
 }
 
 // Each list is written, read, and written again.
-template <typename Handler, typename Record>
-void expectRoundTrip(int tag, const Record& record, int (*write)(ElementSink&, const Record*),
-                     void (*freeRecord)(Record*, ZQBoolean)) {
-  const auto written = [tag, write](const Record& source) {
+template <typename Reader>
+void expectRoundTrip(int tag, const typename Reader::Record& record,
+                     int (*write)(ElementSink&, const typename Reader::Record*)) {
+  const auto written = [tag, write](const typename Reader::Record& source) {
     ZQGNString text(ZQGNString::BLOCKSIZE_DOCUMENT);
     TextSink sink(text, 0);
     sink.open(tag);
@@ -428,13 +426,9 @@ void expectRoundTrip(int tag, const Record& record, int (*write)(ElementSink&, c
     return std::string(static_cast<char*>(text));
   };
   const std::string text = written(record);
-  ListReader<Handler, Record> reader;
-  std::string fault;
-  Record read = reader.read(text, fault);
-  EXPECT_EQ(fault, "");
-  EXPECT_EQ(shown(read), shown(record));
-  EXPECT_EQ(written(read), text);
-  freeRecord(&read, 0);
+  Reader reader;
+  EXPECT_EQ(membersOf(reader, text), shown(record));
+  EXPECT_EQ(written(reader.record()), text);
 }
 
 template <typename List, typename Item, size_t kSize>
@@ -448,13 +442,11 @@ List listOf(Item (&items)[kSize]) {
 TEST(ListRoundTrip, ListsOutsideOfFilters) {
   ZQPermissionStruct permissions[] = {{0, 1}, {4294967295, 2}, {7, 0}};
   const auto permissionList = listOf<ZQPermissionList>(permissions);
-  expectRoundTrip<ZQXMLPermListHandler>(tag_modifyPermissionList, permissionList,
-                                        writeModifyPermissions, FreeZQPermissionList);
-  expectRoundTrip<ZQXMLPermListHandler>(tag_viewPermissionList, permissionList,
-                                        writeViewPermissions, FreeZQPermissionList);
+  expectRoundTrip<PermissionReader>(tag_modifyPermissionList, permissionList,
+                                    writeModifyPermissions);
+  expectRoundTrip<PermissionReader>(tag_viewPermissionList, permissionList, writeViewPermissions);
   ZQSortStruct sorts[] = {{7, 1}, {4294967295, 2}};
-  expectRoundTrip<ZQXMLSortListHandler>(tag_sortList, listOf<ZQSortList>(sorts), writeSortList,
-                                        FreeZQSortList);
+  expectRoundTrip<SortReader>(tag_sortList, listOf<ZQSortList>(sorts), writeSortList);
   ZQIndexStruct indexes[2] = {};
   indexes[0].numFields = 16;
   for (uint32_t i = 0; i < 16; ++i) {
@@ -462,18 +454,16 @@ TEST(ListRoundTrip, ListsOutsideOfFilters) {
   }
   strcpy(indexes[0].indexName, "a < b");
   indexes[1].uniqueIndex = 1;
-  expectRoundTrip<ZQXMLIndexListHandler>(tag_formIndexList, listOf<ZQIndexList>(indexes),
-                                         writeIndexList, FreeZQIndexList);
+  expectRoundTrip<IndexReader>(tag_formIndexList, listOf<ZQIndexList>(indexes), writeIndexList);
   ZQEntryListFieldStruct fields[3] = {{7, 20, "  "}, {8, 4294967295, ", &"}, {9, 0, ""}};
-  expectRoundTrip<ZQXMLResultListFieldsHandler>(tag_resultListFields,
-                                                listOf<ZQEntryListFieldList>(fields),
-                                                writeEntryListFields, FreeZQEntryListFieldList);
+  expectRoundTrip<ResultFieldReader>(tag_resultListFields, listOf<ZQEntryListFieldList>(fields),
+                                     writeEntryListFields);
   ZQPropStruct properties[2] = {};
   properties[0].property = 4294967295;
   properties[0].value.dataType = 2;
   properties[0].value.u.integerValue = -5;
-  expectRoundTrip<ZQXMLPropListHandler>(tag_displayProperties, listOf<ZQPropList>(properties),
-                                        writeProperties, FreeZQPropList);
+  expectRoundTrip<PropertyReader>(tag_displayProperties, listOf<ZQPropList>(properties),
+                                  writeProperties);
 }
 
 // The date of a support file is read and never written, and another type than the two is written
@@ -496,12 +486,9 @@ TEST(ListRoundTrip, SupportFiles) {
   sink.open(tag_supportFileList);
   write(sink, &list);
   sink.close();
-  ListReader<ZQXMLSupportFileListHandler, ZQSupportFileInfoList> reader;
-  std::string fault;
-  ZQSupportFileInfoList read = reader.read(static_cast<char*>(text), fault);
-  EXPECT_EQ(shown(read),
+  FileReader reader;
+  EXPECT_EQ(membersOf(reader, static_cast<char*>(text)),
             "fileType=1 fileId=7 fileSize=4 fileContent[0 255 10 65], fileId=4294967295");
-  FreeZQSupportFileInfoList(&read, 0);
 }
 
 }  // namespace

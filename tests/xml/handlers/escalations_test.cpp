@@ -6,7 +6,7 @@
 
 #include "records/Members.h"
 #include "records/StatusLists.h"
-#include "xml/handlers/Reading.h"
+#include "xml/handlers/Parsed.h"
 
 namespace {
 
@@ -155,11 +155,11 @@ TEST(EscalationReader, IntervalsAndDaysShareTheirPlace) {
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.content);
-    const Reading reading(sharedHandle(), "<root><escalation><escalationTime>" +
+    const Parsed parsed(sharedHandle(), "<root><escalation><escalationTime>" +
                                               std::string(row.content) +
                                               "</escalationTime></escalation></root>");
-    ASSERT_EQ(reading.result, 0);
-    const ZQEscalationTmStruct& time = reading.stream.objectList->object.escalation.escalationTime;
+    ASSERT_EQ(parsed.result, 0);
+    const ZQEscalationTmStruct& time = parsed.stream.objectList->object.escalation.escalationTime;
     EXPECT_EQ(time.escalationTmType, row.type);
     EXPECT_EQ(time.u.date.monthday, row.words[0]);
     EXPECT_EQ(static_cast<uint32_t>(time.u.interval), row.words[0]);
@@ -182,14 +182,14 @@ TEST(EscalationReader, RepeatedElements) {
 }
 
 TEST(EscalationReader, Fetched) {
-  const Reading reading(
+  const Parsed parsed(
       sharedHandle(),
       inRoot("<escalation zqDocVersion='3'><escalationName>E</escalationName><owner>o</owner>"
              "<lastModifiedBy>l</lastModifiedBy><modifiedDate>1970-01-01T00:00:09Z</modifiedDate>"
              "<helpText>h</helpText><escalationTime><minute>5</minute></escalationTime>"
              "<workflowConnect><formName>F</formName></workflowConnect><enabled>true</enabled>"
              "<ifActions><action/></ifActions></escalation>"));
-  ZQXMLParsedStream stream = reading.stream;
+  ZQXMLParsedStream stream = parsed.stream;
   for (int i = 0; i < 2; ++i) {
     ZQXMLEscalation out = {};
     EXPECT_EQ(GetEscalationFromXML(&stream, "E", &out.escalationTime, &out.workflowConnect,

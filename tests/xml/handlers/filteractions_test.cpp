@@ -5,21 +5,21 @@
 #include <string>
 
 #include "records/Members.h"
-#include "xml/handlers/Reading.h"
+#include "xml/handlers/Parsed.h"
 
 namespace {
 
 // In "ifActions" of a filter; members without the list around them. Faults are on a line of their
 // own.
 std::string membersOfActions(const std::string& content) {
-  const Reading reading(sharedHandle(),
+  const Parsed parsed(sharedHandle(),
                         "<root><filter><ifActions>\n" + content + "</ifActions></filter></root>");
-  if (reading.result != 0) {
+  if (parsed.result != 0) {
     // The same handle goes on.
     EXPECT_EQ(outcomeOf("<root/>"), "0 |  | ");
-    return reading.status;
+    return parsed.status;
   }
-  const ZQFilterActionList& list = reading.stream.objectList->object.filter.actionList;
+  const ZQFilterActionList& list = parsed.stream.objectList->object.filter.actionList;
   std::string members;
   for (uint32_t i = 0; i < list.numItems; ++i) {
     members += (i > 0 ? ", " : "") + Members::of(list.items[i]);
@@ -212,11 +212,11 @@ TEST(FilterActionReader, Notifications) {
 
 // A settings block without the sender's neighbours is null.
 TEST(FilterActionReader, ANotificationWithoutMailHasNone) {
-  const Reading reading(sharedHandle(),
+  const Parsed parsed(sharedHandle(),
                         inRoot("<filter><ifActions><action><notify><user/></notify></action>"
                                "</ifActions></filter>"));
-  ASSERT_EQ(reading.result, 0);
-  EXPECT_EQ(reading.stream.objectList->object.filter.actionList.items[0].u.notify.advanced,
+  ASSERT_EQ(parsed.result, 0);
+  EXPECT_EQ(parsed.stream.objectList->object.filter.actionList.items[0].u.notify.advanced,
             nullptr);
 }
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "xml/handlers/Reading.h"
+#include "xml/handlers/Parsed.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "xml/handlers/Reading.h"
+#include "xml/handlers/Parsed.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ std::string kindName(uint32_t kind) {
 }
 
 void expectReadsGoodDocument(ZQXMLParserHandle* handle) {
-  const Reading good(handle,
+  const Parsed good(handle,
                      "<root><filter><filterName>Good</filterName><ifActions><action><gotoGuide>"
                      "<label>L</label></gotoGuide></action></ifActions></filter></root>");
   EXPECT_EQ(good.records(),
@@ -42,7 +42,7 @@ Selection::Selection(std::initializer_list<std::pair<uint32_t, const char*>> wan
   items = kept.data();
 }
 
-Reading::Reading(ZQXMLParserHandle* handle, const std::string& document,
+Parsed::Parsed(ZQXMLParserHandle* handle, const std::string& document,
                  ZQStructItemList* selection) {
   std::string text = document;
   text.shrink_to_fit();
@@ -83,11 +83,11 @@ Reading::Reading(ZQXMLParserHandle* handle, const std::string& document,
   FreeZQStatusList(&list, 0);
 }
 
-Reading::~Reading() {
+Parsed::~Parsed() {
   FreeZQXMLParsedStreamInternal(&stream, 0);
 }
 
-std::string Reading::outcome() const {
+std::string Parsed::outcome() const {
   Listing listing;
   listing.result = result;
   listing.objects = objects;
@@ -95,7 +95,7 @@ std::string Reading::outcome() const {
   return listing.text();
 }
 
-std::string Reading::records() const {
+std::string Parsed::records() const {
   Listing listing;
   listing.result = result;
   listing.status = status;
@@ -120,13 +120,13 @@ ZQXMLParserHandle* sharedHandle() {
 }
 
 std::string outcomeOf(const std::string& document, ZQStructItemList* selection) {
-  const std::string outcome = Reading(sharedHandle(), document, selection).outcome();
+  const std::string outcome = Parsed(sharedHandle(), document, selection).outcome();
   expectReadsGoodDocument(sharedHandle());
   return outcome;
 }
 
 std::string recordsOf(const std::string& document, ZQStructItemList* selection) {
-  const std::string records = Reading(sharedHandle(), document, selection).records();
+  const std::string records = Parsed(sharedHandle(), document, selection).records();
   expectReadsGoodDocument(sharedHandle());
   return records;
 }
@@ -136,16 +136,16 @@ std::string inRoot(const std::string& content) {
 }
 
 std::string membersOf(const std::string& document) {
-  const Reading reading(sharedHandle(), document);
+  const Parsed parsed(sharedHandle(), document);
   std::string members;
-  if (reading.result != 0) {
-    members = reading.status;
-  } else if (reading.stream.objectList == nullptr) {
+  if (parsed.result != 0) {
+    members = parsed.status;
+  } else if (parsed.stream.objectList == nullptr) {
     members = "no object";
-  } else if (reading.stream.objectList->objectType == ZQXML_FILTER) {
-    members = Members::of(reading.stream.objectList->object.filter);
+  } else if (parsed.stream.objectList->objectType == ZQXML_FILTER) {
+    members = Members::of(parsed.stream.objectList->object.filter);
   } else {
-    members = Members::of(reading.stream.objectList->object.escalation);
+    members = Members::of(parsed.stream.objectList->object.escalation);
   }
   expectReadsGoodDocument(sharedHandle());
   return members;

@@ -1,6 +1,6 @@
 // Reads definition documents for tests and tells what came of it.
-#ifndef ZQXML_TESTS_XML_HANDLERS_READING_H
-#define ZQXML_TESTS_XML_HANDLERS_READING_H
+#ifndef ZQXML_TESTS_XML_HANDLERS_PARSED_H
+#define ZQXML_TESTS_XML_HANDLERS_PARSED_H
 
 #include <cstdint>
 #include <initializer_list>
@@ -23,13 +23,13 @@ class Selection : public ZQStructItemList {
 };
 
 // One call of ParseXMLDocument, from memory that ends with the document.
-class Reading {
+class Parsed {
  public:
-  Reading(ZQXMLParserHandle* handle, const std::string& document,
+  Parsed(ZQXMLParserHandle* handle, const std::string& document,
           ZQStructItemList* selection = nullptr);
-  Reading(const Reading&) = delete;
-  Reading& operator=(const Reading&) = delete;
-  ~Reading();
+  Parsed(const Parsed&) = delete;
+  Parsed& operator=(const Parsed&) = delete;
+  ~Parsed();
 
   // "result | kind name, kind name | status", where the XML parser's own text reads "*".
   std::string outcome() const;
