@@ -12,6 +12,7 @@
 #include <cstring>
 #include <memory>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "xml/heap.h"
@@ -33,7 +34,9 @@ class PendingList {
   // Appends a zeroed entry, which is the open one. Throws ZQXMLException 300 or std::bad_alloc.
   Record& add() {
     if (count == entries.size()) {
-      entries.emplace_back(newRecord<Record>());
+      // Owned before the vector grows, which may throw.
+      Block block(newRecord<Record>());
+      entries.push_back(std::move(block));
     } else {
       memset(static_cast<void*>(entries[count].get()), 0, sizeof(Record));
     }
@@ -88,6 +91,7 @@ class PendingList {
   struct FreeBlock {
     void operator()(Record* record) const { free(record); }
   };
+  using Block = std::unique_ptr<Record, FreeBlock>;
 
   // One long list doesn't hold its memory for the life of the parser.
   void trim() {
@@ -98,7 +102,7 @@ class PendingList {
     }
   }
 
-  std::vector<std::unique_ptr<Record, FreeBlock>> entries;
+  std::vector<Block> entries;
   size_t count = 0;
   Record* openEntry = nullptr;
 };

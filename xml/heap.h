@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "records/verbs.h"
 #include "xml/ZQXMLException.h"
@@ -42,6 +43,15 @@ void releaseRecord(Record& record, void (*freeRecord)(Record*, ZQBoolean)) {
   const records::Unwinding unwinding;
   freeRecord(&record, 0);
   record = {};
+}
+
+// Frees a block with all that its record owns.
+template <typename Record>
+void releaseBlock(Record*& block, void (*freeRecord)(Record*, ZQBoolean)) {
+  if (block != nullptr) {
+    const records::Unwinding unwinding;
+    freeRecord(std::exchange(block, nullptr), 1);
+  }
 }
 
 // Frees an array with what its records own.

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "records/verbs.h"
 #include "zqxml/copy.h"
 #include "zqxml/free.h"
 #include "zqxml/messages.h"
@@ -170,6 +171,8 @@ int GetNamesFromObjectList(const ZQXMLObjectList* list, ZQStructItemList* parsed
     strcpy(item->name, name);
     if (node->objectType == ZQXML_VUI &&
         !copyViewNames(item->selectedElements, node->object.vui.vuiList)) {
+      // The names of the views before it go too.
+      const records::Unwinding unwinding;
       FreeZQStructItemList(parsedObjects, 0);
       return ZQAddErrorMessage(status, kError, ZQ_MESSAGE_OUT_OF_MEMORY, "");
     }

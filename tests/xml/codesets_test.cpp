@@ -9,6 +9,7 @@
 #include <string>
 
 #include "xml/ElementSink.h"
+#include "xml/LeafTable.h"
 #include "xml/Listing.h"
 #include "xml/ZQGNString.h"
 #include "xml/ZQXMLException.h"
@@ -280,12 +281,13 @@ TEST_F(CodeSets, WhatAProcessWritesReadsBack) {
   }
 }
 
-TEST_F(CodeSets, ThePointOfARealIsTheLocalesOwn) {
+TEST_F(CodeSets, ARealHasAPointInEveryLocale) {
   useLocale("de_DE", "UTF-8");
   ZQGNString text;
   TextSink sink(text, 0);
   sink.realElement(tag_realValue, 0.5);
-  EXPECT_STREQ(static_cast<char*>(text), "<realValue>0,500000</realValue>\n");
+  EXPECT_STREQ(static_cast<char*>(text), "<realValue>0.500000</realValue>\n");
+  EXPECT_EQ(realNumber("0.5"), 0.5);
 }
 
 }  // namespace

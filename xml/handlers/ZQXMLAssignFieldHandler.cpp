@@ -88,6 +88,8 @@ void ZQXMLAssignFieldHandler::CleanReferences() {}
 
 // Neither a field nor a part of the status history owns memory.
 void ZQXMLAssignFieldHandler::SetTag(uint32_t tag) {
-  target->tag = tag;
-  target->u = {};
+  if (target->tag != tag) {
+    target->u = {};
+    target->tag = tag;
+  }
 }

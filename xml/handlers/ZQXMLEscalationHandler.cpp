@@ -62,11 +62,15 @@ void ZQXMLEscalationHandler::StartElement(int tag, const xercesc::Attributes& at
   if (tag == tag_escalation) {
     leaves.empty();
     head.openObject(attributes);
-  } else if (head.open(tag) || leaves.open(tag)) {
-    currentTag = tag;
-  } else {
+    return;
+  }
+  // Both are told, so that the text goes to the element that began last.
+  const bool inHead = head.open(tag);
+  const bool inLeaves = leaves.open(tag);
+  if (!inHead && !inLeaves) {
     refuseElement();
   }
+  currentTag = tag;
 }
 
 void ZQXMLEscalationHandler::Characters(const char* text, unsigned) {

@@ -68,11 +68,15 @@ void ZQXMLFilterHandler::StartElement(int tag, const xercesc::Attributes& attrib
   if (tag == tag_filter) {
     leaves.empty();
     head.openObject(attributes);
-  } else if (head.open(tag) || leaves.open(tag)) {
-    currentTag = tag;
-  } else {
+    return;
+  }
+  // Both are told, so that the text goes to the element that began last.
+  const bool inHead = head.open(tag);
+  const bool inLeaves = leaves.open(tag);
+  if (!inHead && !inLeaves) {
     refuseElement();
   }
+  currentTag = tag;
 }
 
 void ZQXMLFilterHandler::Characters(const char* text, unsigned) {

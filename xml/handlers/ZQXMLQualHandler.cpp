@@ -127,12 +127,13 @@ void ZQXMLQualHandler::EndElement(int tag) {
 void ZQXMLQualHandler::PostProcess(int tag) {
   if (isHost(tag)) {
     handlerStack->Pop();
+    CleanReferences();
   }
 }
 
 void ZQXMLQualHandler::CleanReferences() {
-  ReleaseBranch(stray.left);
-  ReleaseBranch(stray.right);
+  releaseBlock(stray.left, FreeZQQualifierStruct);
+  releaseBlock(stray.right, FreeZQQualifierStruct);
 }
 
 // Branches stay from "and" to "or"; any other change frees what the node has.
@@ -167,19 +168,14 @@ ZQQualifierBranches& ZQXMLQualHandler::Branches() {
 void ZQXMLQualHandler::TakeStrayBranches() {
   for (const auto branch : {&ZQQualifierBranches::left, &ZQQualifierBranches::right}) {
     if (stray.*branch != nullptr) {
-      ReleaseBranch(target->u.branches.*branch);
+      releaseBlock(target->u.branches.*branch, FreeZQQualifierStruct);
       target->u.branches.*branch = std::exchange(stray.*branch, nullptr);
     }
   }
 }
 
 void ZQXMLQualHandler::GiveBranchTo(ZQQualifierStruct*& branch) {
-  ReleaseBranch(branch);
+  releaseBlock(branch, FreeZQQualifierStruct);
   branch = newRecord<ZQQualifierStruct>();
   giveTo(lazily(child), *branch, FreeZQQualifierStruct);
-}
-
-void ZQXMLQualHandler::ReleaseBranch(ZQQualifierStruct*& branch) {
-  const records::Unwinding unwinding;
-  FreeZQQualifierStruct(std::exchange(branch, nullptr), 1);
 }

@@ -37,7 +37,6 @@ class ZQXMLQualHandler : public ZQXMLBaseHandler, public ZQXMLHandlerUtils {
   ZQQualifierBranches& Branches();
   void TakeStrayBranches();
   void GiveBranchTo(ZQQualifierStruct*& branch);
-  static void ReleaseBranch(ZQQualifierStruct*& branch);
 
   ZQQualifierStruct* target = nullptr;
   LeafTable<ZQQualifierStruct> leaves;

@@ -1,7 +1,5 @@
 #include "xml/handlers/ZQXMLQualQueryValueHandler.h"
 
-#include <utility>
-
 #include "xml/ZQXMLTagHash.h"
 #include "xml/handlers/ZQXMLQualHandler.h"
 #include "zqxml/free.h"
@@ -31,7 +29,7 @@ void ZQXMLQualQueryValueHandler::Init(ZQQueryValueStruct* query) {
 
 void ZQXMLQualQueryValueHandler::PreProcess(int tag) {
   if (tag == tag_queryQualification) {
-    FreeZQQualifierStruct(std::exchange(target->queryQualification, nullptr), 1);
+    releaseBlock(target->queryQualification, FreeZQQualifierStruct);
     target->queryQualification = newRecord<ZQQualifierStruct>();
     giveTo(lazily(qualifier), *target->queryQualification, FreeZQQualifierStruct);
   }

@@ -132,7 +132,9 @@ void ZQXMLQualValueArithHandler::StartElement(int tag, const xercesc::Attributes
     SetTag(kVariable);
     leaves[tag_variable].Empty();
   } else if (tag == tag_statusHistoryValue) {
-    SetTag(kStatusHistory);
+    if (target->tag != kStatusHistory) {
+      SetTag(kStatusHistory);
+    }
     leaves[tag_statusState].Empty();
     leaves[tag_statusInfo].Empty();
     return;

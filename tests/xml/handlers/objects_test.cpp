@@ -1,0 +1,600 @@
+// The calls on chains of objects: looking up, listing, fetching, freeing. The chains are made by
+// hand, so that all kinds of objects stand in them.
+
+#include "zqxml/objects.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "fault/FailingAllocations.h"
+#include "records/RecordTools.h"
+#include "records/StatusLists.h"
+#include "records/Trees.h"
+#include "zqxml/zqxml.h"
+
+namespace {
+
+using Object = decltype(ZQXMLObjectList::object);
+
+// One kind of object: its member of the union, the place of its name, its Free function, and a call
+// of its Get function that fills the members of a record for which `pick(index)` says yes.
+struct Kind {
+  uint32_t number;
+  const char* name;
+  void (*build)(Object&, uint32_t seed);
+  char* (*nameOf)(Object&);
+  std::string (*dump)(const Object&);
+  void (*freeBlocks)(const Object&);
+  int (*get)(ZQXMLParsedStream*, const char*, Object&, const std::vector<bool>&, ZQStatusList*);
+  size_t outputs;
+};
+
+template <auto kMember>
+void buildMember(Object& object, uint32_t seed) {
+  tools::Builder builder(seed, tools::Fill::Full, 3);
+  records::visit(builder, object.*kMember);
+}
+
+template <auto kMember>
+std::string dumpMember(const Object& object) {
+  return tools::Dumper::dump(object.*kMember);
+}
+
+template <auto kMember>
+void freeMember(const Object& object) {
+  tools::freeBlocks(object.*kMember);
+}
+
+// The outputs that are asked for; the others are null.
+class Pick {
+ public:
+  explicit Pick(const std::vector<bool>& which) : chosen(which) {}
+  template <typename Output>
+  Output* operator()(size_t index, Output* output) const {
+    return chosen.at(index) ? output : nullptr;
+  }
+
+ private:
+  const std::vector<bool>& chosen;
+};
+
+int getForm(ZQXMLParsedStream* stream, const char* name, Object& out,
+            const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLSchema& o = out.schema;
+  return GetSchemaFromXML(stream, name, p(0, &o.schema), p(1, &o.permissions), p(2, &o.subAdmins),
+                          p(3, &o.resultListFields), p(4, &o.sortList), p(5, &o.indexList),
+                          p(6, o.defaultVui), p(7, &o.nextFieldId), p(8, &o.coreVersion),
+                          p(9, &o.upgradeVersion), p(10, &o.fieldList), p(11, &o.vuiList),
+                          p(12, o.owner), p(13, o.lastChanged), p(14, &o.modifiedDate),
+                          p(15, &o.helpText), p(16, &o.changeDiary), p(17, &o.objPropList),
+                          p(18, &o.xmlDocVersion), status);
+}
+
+int getFilter(ZQXMLParsedStream* stream, const char* name, Object& out,
+              const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLFilter& o = out.filter;
+  return GetFilterFromXML(stream, name, p(0, &o.executionOrder), p(1, &o.workflowConnect),
+                          p(2, &o.executeOn), p(3, &o.enabled), p(4, &o.query), p(5, &o.actionList),
+                          p(6, &o.elseList), p(7, o.owner), p(8, o.lastChanged),
+                          p(9, &o.modifiedDate), p(10, &o.helpText), p(11, &o.changeDiary),
+                          p(12, &o.objPropList), p(13, &o.xmlDocVersion), status);
+}
+
+int getActiveLink(ZQXMLParsedStream* stream, const char* name, Object& out,
+                  const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLActiveLink& o = out.activeLink;
+  return GetActiveLinkFromXML(
+      stream, name, p(0, &o.executionOrder), p(1, &o.workflowConnect), p(2, &o.groupList),
+      p(3, &o.executeOn), p(4, &o.controlFieldId), p(5, &o.focusFieldId), p(6, &o.enabled),
+      p(7, &o.query), p(8, &o.actionList), p(9, &o.elseList), p(10, &o.supportFileList),
+      p(11, o.owner), p(12, o.lastChanged), p(13, &o.modifiedDate), p(14, &o.helpText),
+      p(15, &o.changeDiary), p(16, &o.objPropList), p(17, &o.xmlDocVersion), status);
+}
+
+int getMenu(ZQXMLParsedStream* stream, const char* name, Object& out,
+            const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLMenu& o = out.menu;
+  return GetMenuFromXML(stream, name, p(0, &o.refreshCode), p(1, &o.menuDefn), p(2, o.owner),
+                        p(3, o.lastChanged), p(4, &o.modifiedDate), p(5, &o.helpText),
+                        p(6, &o.changeDiary), p(7, &o.objPropList), p(8, &o.xmlDocVersion), status);
+}
+
+int getEscalation(ZQXMLParsedStream* stream, const char* name, Object& out,
+                  const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLEscalation& o = out.escalation;
+  return GetEscalationFromXML(stream, name, p(0, &o.escalationTime), p(1, &o.workflowConnect),
+                              p(2, &o.enabled), p(3, &o.query), p(4, &o.actionList),
+                              p(5, &o.elseList), p(6, o.owner), p(7, o.lastChanged),
+                              p(8, &o.modifiedDate), p(9, &o.helpText), p(10, &o.changeDiary),
+                              p(11, &o.objPropList), p(12, &o.xmlDocVersion), status);
+}
+
+int getMapping(ZQXMLParsedStream* stream, const char* name, Object& out,
+               const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLDSOMapping& o = out.dsoMapping;
+  return GetDSOMappingFromXML(
+      stream, name, p(0, o.fromForm), p(1, o.fromServer), p(2, o.toForm), p(3, o.toServer),
+      p(4, &o.enabled), p(5, &o.updateCode), p(6, &o.transferMode), p(7, &o.mapType),
+      p(8, &o.returnMapType), p(9, &o.defaultMap), p(10, &o.duplicateAction),
+      p(11, &o.patternMatch), p(12, &o.requiredFields), p(13, &o.retryTime), p(14, &o.mapping),
+      p(15, &o.returnMapping), p(16, &o.matchQualification), p(17, o.owner), p(18, o.lastChanged),
+      p(19, &o.modifiedDate), p(20, &o.helpText), p(21, &o.changeDiary), p(22, &o.objPropList),
+      p(23, &o.xmlDocVersion), status);
+}
+
+int getContainer(ZQXMLParsedStream* stream, const char* name, Object& out,
+                 const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLContainer& o = out.container;
+  return GetContainerFromXML(
+      stream, name, p(0, &o.permissions), p(1, &o.subAdmins), p(2, &o.ownerObjList), p(3, &o.label),
+      p(4, &o.description), p(5, &o.containerType), p(6, &o.references), p(7, o.owner),
+      p(8, o.lastChanged), p(9, &o.modifiedDate), p(10, &o.helpText), p(11, &o.changeDiary),
+      p(12, &o.objPropList), p(13, &o.xmlDocVersion), status);
+}
+
+int getPool(ZQXMLParsedStream* stream, const char* name, Object& out,
+            const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLDSOPool& o = out.dsoPool;
+  return GetDSOPoolFromXML(stream, name, p(0, &o.enabled), p(1, &o.defaultPool),
+                           p(2, &o.threadCount), p(3, &o.connection), p(4, o.owner),
+                           p(5, o.lastChanged), p(6, &o.modifiedDate), p(7, &o.helpText),
+                           p(8, &o.changeDiary), p(9, &o.objPropList), p(10, &o.xmlDocVersion),
+                           status);
+}
+
+int getVUI(ZQXMLParsedStream* stream, const char* name, Object& out, const std::vector<bool>& which,
+           ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLVUI& o = out.vui;
+  return GetVUIFromXML(stream, name, p(0, &o.vuiList), p(1, &o.fieldList), p(2, &o.modifiedDate),
+                       p(3, &o.xmlDocVersion), status);
+}
+
+int getField(ZQXMLParsedStream* stream, const char* name, Object& out,
+             const std::vector<bool>& which, ZQStatusList* status) {
+  const Pick p(which);
+  ZQXMLField& o = out.field;
+  return GetFieldFromXML(
+      stream, name, p(0, &o.fieldId), p(1, &o.fieldMap), p(2, &o.dataType), p(3, &o.option),
+      p(4, &o.createMode), p(5, &o.defaultValue), p(6, &o.permissions), p(7, &o.limit),
+      p(8, &o.dInstanceList), p(9, o.owner), p(10, o.lastChanged), p(11, &o.modifiedDate),
+      p(12, &o.helpText), p(13, &o.changeDiary), p(14, &o.xmlDocVersion), status);
+}
+
+template <auto kMember, auto kName>
+Kind kind(uint32_t number, const char* name, decltype(Kind::get) get, size_t outputs) {
+  return {number,
+          name,
+          buildMember<kMember>,
+          [](Object& object) -> char* { return object.*kMember.*kName; },
+          dumpMember<kMember>,
+          freeMember<kMember>,
+          get,
+          outputs};
+}
+
+const std::vector<Kind>& kinds() {
+  static const std::vector<Kind> all = {
+      kind<&Object::schema, &ZQXMLSchema::name>(ZQXML_FORM, "form", getForm, 19),
+      kind<&Object::filter, &ZQXMLFilter::name>(ZQXML_FILTER, "filter", getFilter, 14),
+      kind<&Object::activeLink, &ZQXMLActiveLink::name>(ZQXML_ACTIVE_LINK, "active link",
+                                                        getActiveLink, 18),
+      kind<&Object::menu, &ZQXMLMenu::name>(ZQXML_MENU, "menu", getMenu, 9),
+      kind<&Object::escalation, &ZQXMLEscalation::name>(ZQXML_ESCALATION, "escalation",
+                                                        getEscalation, 13),
+      kind<&Object::dsoMapping, &ZQXMLDSOMapping::name>(ZQXML_DSO_MAPPING, "mapping", getMapping,
+                                                        24),
+      kind<&Object::container, &ZQXMLContainer::name>(ZQXML_CONTAINER, "container", getContainer,
+                                                      14),
+      kind<&Object::dsoPool, &ZQXMLDSOPool::name>(ZQXML_DSO_POOL, "pool", getPool, 11),
+      kind<&Object::vui, &ZQXMLVUI::name>(ZQXML_VUI, "vui", getVUI, 4),
+      kind<&Object::field, &ZQXMLField::fieldName>(ZQXML_FIELD, "field", getField, 15),
+  };
+  return all;
+}
+
+// A node on the heap with an object of a kind, which has a name and else is empty or full.
+ZQXMLObjectList* newNode(const Kind& kind, const char* name, bool full = false, uint32_t seed = 1) {
+  auto* node = newRecord(ZQXMLObjectList{});
+  memset(static_cast<void*>(node), 0, sizeof *node);
+  node->objectType = kind.number;
+  if (full) {
+    kind.build(node->object, seed);
+  }
+  memset(kind.nameOf(node->object), 0, sizeof(ZQNameType));
+  strcpy(kind.nameOf(node->object), name);
+  return node;
+}
+
+ZQXMLObjectList* chain(std::initializer_list<ZQXMLObjectList*> nodes) {
+  ZQXMLObjectList* head = nullptr;
+  ZQXMLObjectList** link = &head;
+  for (ZQXMLObjectList* node : nodes) {
+    *link = node;
+    link = &node->next;
+  }
+  return head;
+}
+
+std::vector<bool> all(const Kind& kind) {
+  return std::vector<bool>(kind.outputs, true);
+}
+
+TEST(GetXMLObject, ByKindAndName) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    const Kind& other = kinds()[kind.number == ZQXML_FORM ? 1 : 0];
+    ZQXMLObjectList* otherA = newNode(other, "A");
+    ZQXMLObjectList* a = newNode(kind, "A");
+    ZQXMLObjectList* b = newNode(kind, "B");
+    ZQXMLObjectList* again = newNode(kind, "A");
+    ZQXMLObjectList* list = chain({otherA, a, b, again});
+    EXPECT_EQ(GetXMLObject(list, "A", kind.number), a);
+    EXPECT_EQ(GetXMLObject(list, "B", kind.number), b);
+    EXPECT_EQ(GetXMLObject(list, "A", other.number), otherA);
+    EXPECT_EQ(GetXMLObject(list, "B", other.number), nullptr);
+    EXPECT_EQ(GetXMLObject(b, "A", kind.number), again);
+    for (const char* name : {"a", "", "AB", "A "}) {
+      EXPECT_EQ(GetXMLObject(list, name, kind.number), nullptr) << name;
+    }
+    EXPECT_EQ(GetXMLObject(list, nullptr, kind.number), nullptr);
+    EXPECT_EQ(GetXMLObject(nullptr, "A", kind.number), nullptr);
+    EXPECT_EQ(GetXMLObject(list, "A", 0), nullptr);
+    FreeZQXMLObjectList(list, 1);
+  }
+}
+
+TEST(GetXMLObject, NodesOfOtherKindsAreSkipped) {
+  const Kind& filter = kinds()[1];
+  ZQXMLObjectList* unknown = newNode(filter, "A");
+  for (const uint32_t number : {0U, 0x40000002U, 0x40000003U, 0x40000010U}) {
+    unknown->objectType = number;
+    unknown->next = nullptr;
+    EXPECT_EQ(GetXMLObject(unknown, "A", number), nullptr);
+    ZQXMLObjectList* a = newNode(filter, "A");
+    unknown->next = a;
+    EXPECT_EQ(GetXMLObject(unknown, "A", ZQXML_FILTER), a);
+    free(a);
+  }
+  free(unknown);
+}
+
+TEST(GetNamesFromObjectList, KindsAndNames) {
+  ZQXMLObjectList* list = nullptr;
+  ZQXMLObjectList** link = &list;
+  for (const Kind& kind : kinds()) {
+    *link = newNode(kind, kind.name);
+    link = &(*link)->next;
+  }
+  ZQStructItemList names = {};
+  EXPECT_EQ(GetNamesFromObjectList(list, &names, nullptr), 0);
+  ASSERT_EQ(names.numItems, kinds().size());
+  for (size_t i = 0; i < kinds().size(); ++i) {
+    EXPECT_EQ(names.items[i].itemType, kinds()[i].number);
+    EXPECT_STREQ(names.items[i].name, kinds()[i].name);
+    // A set of views without views too.
+    EXPECT_EQ(names.items[i].selectedElements.numItems, 0U);
+    EXPECT_EQ(names.items[i].selectedElements.items, nullptr);
+  }
+  FreeZQStructItemList(&names, 0);
+  EXPECT_EQ(GetNamesFromObjectList(list, nullptr, nullptr), 0);
+  FreeZQXMLObjectList(list, 1);
+}
+
+TEST(GetNamesFromObjectList, AnEmptyChainLeavesTheListAlone) {
+  ZQStructItemStruct item = {};
+  ZQStructItemList names = {1, &item};
+  EXPECT_EQ(GetNamesFromObjectList(nullptr, &names, nullptr), 0);
+  EXPECT_EQ(names.numItems, 1U);
+  EXPECT_EQ(names.items, &item);
+}
+
+ZQXMLObjectList* newViews() {
+  const Kind& vui = kinds()[8];
+  ZQXMLObjectList* node = newNode(vui, "F");
+  ZQVuiInfoStruct views[2] = {};
+  strcpy(views[0].vuiName, "Default");
+  strcpy(views[1].vuiName, "Web");
+  node->object.vui.vuiList = newList<ZQVuiInfoList>({views[0], views[1]});
+  return node;
+}
+
+TEST(GetNamesFromObjectList, ViewsHaveTheirNames) {
+  ZQXMLObjectList* list = chain({newViews(), newNode(kinds()[0], "F"), newViews()});
+  ZQStructItemList names = {};
+  EXPECT_EQ(GetNamesFromObjectList(list, &names, nullptr), 0);
+  ASSERT_EQ(names.numItems, 3U);
+  for (const size_t i : {size_t{0}, size_t{2}}) {
+    const ZQNameList& views = names.items[i].selectedElements;
+    ASSERT_EQ(views.numItems, 2U);
+    EXPECT_STREQ(views.items[0], "Default");
+    EXPECT_STREQ(views.items[1], "Web");
+    // The selected elements of a list of objects stay with the caller.
+    free(views.items);
+  }
+  EXPECT_EQ(names.items[1].selectedElements.items, nullptr);
+  FreeZQStructItemList(&names, 0);
+  FreeZQXMLObjectList(list, 1);
+}
+
+TEST(GetNamesFromObjectList, FailingAllocationsGive300AndNoList) {
+  ZQXMLObjectList* list = chain({newViews(), newViews()});
+  const long injected = fault::forEachFailure([&](auto arm) {
+    const long before = fault::liveBlocks();
+    OwnedStatusList status;
+    ZQStructItemList names = {};
+    int result = 0;
+    bool failed = false;
+    {
+      const auto failing = arm();
+      result = GetNamesFromObjectList(list, &names, &status);
+      failed = fault::FailingAllocations::happened();
+    }
+    if (failed) {
+      EXPECT_TRUE(result == 3 || describe(status) == "2/300 ") << result << describe(status);
+      EXPECT_GE(result, 2);
+      EXPECT_EQ(names.numItems, 0U);
+      EXPECT_EQ(names.items, nullptr);
+    } else {
+      EXPECT_EQ(result, 0);
+      for (uint32_t i = 0; i < names.numItems; ++i) {
+        free(names.items[i].selectedElements.items);
+      }
+      FreeZQStructItemList(&names, 0);
+    }
+    FreeZQStatusList(&status, 0);
+    EXPECT_EQ(fault::liveBlocks(), before);
+    return failed;
+  });
+  EXPECT_GE(injected, 6);
+  FreeZQXMLObjectList(list, 1);
+}
+
+TEST(GetFromXML, AllOutputsAreDeepCopies) {
+  for (const Kind& kind : kinds()) {
+    for (uint32_t seed = 0; seed < 50; ++seed) {
+      SCOPED_TRACE(std::string(kind.name) + " " + std::to_string(seed));
+      const long before = fault::liveBlocks();
+      {
+        ZQXMLObjectList* node = newNode(kind, "N", true, seed);
+        const std::string source = kind.dump(node->object);
+        ZQXMLParsedStream stream = {node};
+        OwnedStatusList status;
+        Object out = {};
+        memset(static_cast<void*>(&out), 0, sizeof out);
+        strcpy(kind.nameOf(out), "N");
+        EXPECT_EQ(kind.get(&stream, "N", out, all(kind), &status), 0);
+        EXPECT_EQ(describe(status), "");
+        EXPECT_EQ(kind.dump(out), source);
+        // Independent of the stream, which goes first.
+        kind.freeBlocks(node->object);
+        free(node);
+        EXPECT_EQ(kind.dump(out), source);
+        kind.freeBlocks(out);
+      }
+      EXPECT_EQ(fault::liveBlocks(), before);
+    }
+  }
+}
+
+// Each output alone: it is the only one that changes.
+TEST(GetFromXML, NullOutputsAreSkipped) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    ZQXMLObjectList* node = newNode(kind, "N", true);
+    const std::string source = kind.dump(node->object);
+    ZQXMLParsedStream stream = {node};
+    Object out = {};
+    memset(static_cast<void*>(&out), 0, sizeof out);
+    strcpy(kind.nameOf(out), "N");
+    std::vector<bool> which(kind.outputs, false);
+    EXPECT_EQ(kind.get(&stream, "N", out, which, nullptr), 0);
+    for (size_t i = 0; i < kind.outputs; ++i) {
+      const std::string before = kind.dump(out);
+      EXPECT_NE(before, source) << i;
+      which[i] = true;
+      EXPECT_EQ(kind.get(&stream, "N", out, which, nullptr), 0);
+      which[i] = false;
+      EXPECT_NE(kind.dump(out), before) << i;
+    }
+    EXPECT_EQ(kind.dump(out), source);
+    kind.freeBlocks(out);
+    kind.freeBlocks(node->object);
+    free(node);
+  }
+}
+
+TEST(GetFromXML, AnObjectThatIsNotThereGives8945) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    const Kind& other = kinds()[kind.number == ZQXML_FORM ? 1 : 0];
+    ZQXMLObjectList* node = newNode(other, "N");
+    ZQXMLParsedStream stream = {node};
+    ZQXMLParsedStream empty = {};
+    Object out;
+    memset(static_cast<void*>(&out), 0xA5, sizeof out);
+    const Object untouched = out;
+    OwnedStatusList status;
+    // The status list is added to, the newest of one severity first.
+    EXPECT_EQ(kind.get(&stream, "N", out, all(kind), &status), 2);
+    EXPECT_EQ(kind.get(&empty, "M", out, all(kind), &status), 2);
+    EXPECT_EQ(describe(status), "2/8945 M; 2/8945 N");
+    EXPECT_EQ(kind.get(nullptr, "M", out, all(kind), nullptr), 2);
+    FreeZQStatusList(&status, 0);
+    EXPECT_EQ(kind.get(&stream, nullptr, out, all(kind), &status), 2);
+    EXPECT_EQ(describe(status), "2/8945 <null>");
+    EXPECT_EQ(memcmp(&out, &untouched, sizeof out), 0);
+    FreeZQXMLObjectList(node, 1);
+  }
+}
+
+TEST(GetFromXML, TheFirstOfANameCounts) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    ZQXMLObjectList* first = newNode(kind, "N", true, 1);
+    ZQXMLObjectList* second = newNode(kind, "N", true, 2);
+    const std::string source = kind.dump(first->object);
+    ZQXMLParsedStream stream = {chain({first, second})};
+    Object out = {};
+    memset(static_cast<void*>(&out), 0, sizeof out);
+    strcpy(kind.nameOf(out), "N");
+    EXPECT_EQ(kind.get(&stream, "N", out, all(kind), nullptr), 0);
+    EXPECT_EQ(kind.dump(out), source);
+    kind.freeBlocks(out);
+    for (ZQXMLObjectList* node : {first, second}) {
+      kind.freeBlocks(node->object);
+      free(node);
+    }
+  }
+}
+
+TEST(GetFromXML, AnEmptyObjectGivesEmptyOutputs) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    ZQXMLObjectList* node = newNode(kind, "N");
+    ZQXMLParsedStream stream = {node};
+    Object out = {};
+    memset(static_cast<void*>(&out), 0, sizeof out);
+    strcpy(kind.nameOf(out), "N");
+    EXPECT_EQ(kind.get(&stream, "N", out, all(kind), nullptr), 0);
+    EXPECT_EQ(kind.dump(out), kind.dump(node->object));
+    FreeZQXMLObjectList(node, 1);
+  }
+}
+
+// What was filled before a failure stays with the caller, the rest is left alone.
+TEST(GetFromXML, FailingAllocationsGive300) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    const std::vector<bool> which = all(kind);
+    long untold = 0;
+    const long injected = fault::forEachFailure([&](auto arm) {
+      const long before = fault::liveBlocks();
+      ZQXMLObjectList* node = newNode(kind, "N", true);
+      ZQXMLParsedStream stream = {node};
+      OwnedStatusList status;
+      Object out = {};
+      memset(static_cast<void*>(&out), 0, sizeof out);
+      int result = 0;
+      bool failed = false;
+      {
+        const auto failing = arm();
+        result = kind.get(&stream, "N", out, which, &status);
+        failed = fault::FailingAllocations::happened();
+      }
+      if (result == 2) {
+        EXPECT_EQ(describe(status), "2/300 ");
+      } else {
+        EXPECT_TRUE(result == 0 || result == 3) << result;
+        EXPECT_EQ(describe(status), "");
+      }
+      EXPECT_TRUE(failed || result == 0) << result;
+      untold += failed && result == 0;
+      FreeZQStatusList(&status, 0);
+      kind.freeBlocks(out);
+      kind.freeBlocks(node->object);
+      free(node);
+      EXPECT_EQ(fault::liveBlocks(), before);
+      return failed;
+    });
+    EXPECT_GT(injected, 8);
+    // Deliberate: the lists of sort entries, indexes and result list fields don't tell a failure.
+    EXPECT_EQ(untold, kind.number == ZQXML_FORM ? 3 : 0);
+  }
+}
+
+TEST(FreeZQXMLObjectList, AllButContainersAndFieldsWithTheirContents) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    const bool kept = kind.number == ZQXML_CONTAINER || kind.number == ZQXML_FIELD;
+    const long before = fault::liveBlocks();
+    ZQXMLObjectList* node = newNode(kind, "N", true);
+    const Object contents = node->object;
+    const long blocks = fault::liveBlocks() - before - 1;
+    EXPECT_GT(blocks, 0);
+    // By contract some blocks stay: those of a container and a field, and a few inside of records.
+    Object shown = contents;
+    std::vector<void*> left;
+    const auto keep = [&left](const auto& record) { left = tools::KeptBlocks::of(record); };
+    switch (kind.number) {
+      case ZQXML_FORM:
+        keep(shown.schema);
+        break;
+      case ZQXML_FILTER:
+        keep(shown.filter);
+        break;
+      case ZQXML_ACTIVE_LINK:
+        keep(shown.activeLink);
+        break;
+      case ZQXML_MENU:
+        keep(shown.menu);
+        break;
+      case ZQXML_ESCALATION:
+        keep(shown.escalation);
+        break;
+      case ZQXML_VUI:
+        keep(shown.vui);
+        break;
+      default:
+        break;
+    }
+    FreeZQXMLObjectList(node, 1);
+    if (kept) {
+      EXPECT_EQ(fault::liveBlocks() - before, blocks);
+      kind.freeBlocks(contents);
+    } else {
+      EXPECT_EQ(fault::liveBlocks() - before, static_cast<long>(left.size()));
+      for (void* block : left) {
+        free(block);
+      }
+    }
+    EXPECT_EQ(fault::liveBlocks(), before);
+  }
+  FreeZQXMLObjectList(nullptr, 1);
+  FreeZQXMLObjectList(nullptr, 0);
+}
+
+// Without the nodes: they are the caller's, and empty, so that freeing again does no harm.
+TEST(FreeZQXMLObjectList, TheNodesMayStay) {
+  const Kind& filter = kinds()[1];
+  const long before = fault::liveBlocks();
+  ZQXMLObjectList* first = newNode(filter, "A");
+  ZQXMLObjectList* second = newNode(filter, "B");
+  first->object.filter.helpText = newText("H");
+  second->object.filter.helpText = newText("H");
+  ZQXMLObjectList* list = chain({first, second});
+  for (int i = 0; i < 2; ++i) {
+    FreeZQXMLObjectList(list, 0);
+    EXPECT_EQ(fault::liveBlocks() - before, 2);
+    EXPECT_EQ(list->next, second);
+    EXPECT_EQ(first->object.filter.helpText, nullptr);
+  }
+  FreeZQXMLObjectList(list, 1);
+  EXPECT_EQ(fault::liveBlocks(), before);
+}
+
+TEST(FreeZQXMLParsedStream, WithAndWithoutItsBlock) {
+  const long before = fault::liveBlocks();
+  ZQXMLParsedStream stream = {newNode(kinds()[1], "A")};
+  FreeZQXMLParsedStreamInternal(&stream, 0);
+  EXPECT_EQ(stream.objectList, nullptr);
+  FreeZQXMLParsedStreamInternal(&stream, 0);
+  FreeZQXMLParsedStreamInternal(nullptr, 0);
+  FreeZQXMLParsedStreamInternal(nullptr, 1);
+  auto* block = newRecord(ZQXMLParsedStream{newNode(kinds()[1], "A")});
+  FreeZQXMLParsedStreamInternal(block, 1);
+  EXPECT_EQ(fault::liveBlocks(), before);
+}
+
+}  // namespace
