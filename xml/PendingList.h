@@ -12,6 +12,7 @@
 #include <cstring>
 #include <memory>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "xml/heap.h"
@@ -33,7 +34,8 @@ class PendingList {
   // Appends a zeroed entry, which is the open one. Throws ZQXMLException 300 or std::bad_alloc.
   Record& add() {
     if (count == entries.size()) {
-      entries.emplace_back(newRecord<Record>());
+      std::unique_ptr<Record, FreeBlock> entry(newRecord<Record>());
+      entries.push_back(std::move(entry));
     } else {
       memset(static_cast<void*>(entries[count].get()), 0, sizeof(Record));
     }
