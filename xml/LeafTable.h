@@ -8,6 +8,8 @@
 #ifndef ZQXML_XML_LEAFTABLE_H
 #define ZQXML_XML_LEAFTABLE_H
 
+#include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -39,7 +41,9 @@ class LeafTable {
  public:
   // The rows outlive the table.
   explicit LeafTable(std::span<const Leaf<Record>> leaves)
-      : rows(leaves), texts(new ZQGNString[leaves.size()]) {}
+      : rows(leaves), texts(new ZQGNString[leaves.size()]) {
+    assert(rows.size() <= 64);
+  }
 
   // An element begins. Returns whether it is one of the rows.
   bool open(int tag) {
@@ -50,6 +54,7 @@ class LeafTable {
   // Text of the element that began last; without one it is dropped.
   void append(const char* text) {
     if (openRow < rows.size()) {
+      filled |= uint64_t{1} << openRow;
       texts[openRow] += text;
     }
   }
@@ -79,13 +84,13 @@ class LeafTable {
     }
   }
 
-  // The text of a row.
+  // The text of a row, which only gets shorter by this.
   ZQGNString& operator[](int tag) { return texts[indexOf(tag)]; }
 
   // Empties all texts.
   void empty() {
-    for (size_t row = 0; row < rows.size(); ++row) {
-      texts[row].Empty();
+    for (; filled != 0; filled &= filled - 1) {
+      texts[static_cast<size_t>(std::countr_zero(filled))].Empty();
     }
     openRow = rows.size();
   }
@@ -108,6 +113,7 @@ class LeafTable {
   std::span<const Leaf<Record>> rows;
   std::unique_ptr<ZQGNString[]> texts;
   size_t openRow = SIZE_MAX;
+  uint64_t filled = 0;  // the rows whose text may not be empty
 };
 
 // Decimal numbers of the C library; a text that is none gives 0. A member takes the low 32 bits.

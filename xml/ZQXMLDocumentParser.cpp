@@ -89,16 +89,6 @@ void ZQXMLDocumentParser::dispatch(const XMLCh* name, Event event) {
   elementName = nullptr;
 }
 
-// Throws ZQXMLException 8944 if there is no handler left, which a second "root" inside "root"
-// brings about.
-ZQXMLBaseHandler* ZQXMLDocumentParser::topHandler() const {
-  ZQXMLBaseHandler* handler = handlerStack.GetStackTop();
-  if (handler == nullptr) {
-    throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
-  }
-  return handler;
-}
-
 void ZQXMLDocumentParser::startDocument() {
   dispatch(nullptr, [this] {
     handlerStack.Init();
@@ -153,13 +143,24 @@ void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {
     return;
   }
   dispatch(nullptr, [&] {
-    const OwnedText converted = ConvertSpecialControlChars(text, length);
-    ZQXMLToLocal(converted != nullptr ? converted.get() : text, length, localText);
-    // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a
-    // character.
-    localText.resize(std::min(localText.size(), 2 * length));
+    toLocal(text, length);
     topHandler()->Characters(localText.c_str(), static_cast<unsigned>(length));
   });
+}
+
+// Makes `localText` the text that a handler gets. Throws ZQXMLException 300.
+void ZQXMLDocumentParser::toLocal(const XMLCh* text, XMLSize_t length) {
+  try {
+    if (!ZQXMLAsciiToLocal(text, length, localText)) {
+      const OwnedText converted = ConvertSpecialControlChars(text, length);
+      ZQXMLToLocal(converted != nullptr ? converted.get() : text, length, localText);
+      // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a
+      // character.
+      localText.resize(std::min(localText.size(), 2 * length));
+    }
+  } catch (const std::bad_alloc&) {
+    throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
+  }
 }
 
 void ZQXMLDocumentParser::ignorableWhitespace(const XMLCh*, XMLSize_t) {}

@@ -90,7 +90,18 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
 
   void initParsing(ParseMode mode, ZQStatusList* status);
   ZQXMLBaseHandler* documentHandler();
-  ZQXMLBaseHandler* topHandler() const;
+
+  // Throws ZQXMLException 8944 if there is no handler left, which a second "root" inside "root"
+  // brings about.
+  ZQXMLBaseHandler* topHandler() const {
+    ZQXMLBaseHandler* handler = handlerStack.GetStackTop();
+    if (handler == nullptr) {
+      throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
+    }
+    return handler;
+  }
+
+  void toLocal(const XMLCh* text, XMLSize_t length);
   void report(unsigned severity, const xercesc::SAXParseException& exception);
   template <typename Event>
   void dispatch(const XMLCh* name, Event event);

@@ -40,6 +40,10 @@ inline void replaceText(char*& target, const char* text) {
 // Frees what a record owns, all of it, and clears it.
 template <typename Record>
 void releaseRecord(Record& record, void (*freeRecord)(Record*, ZQBoolean)) {
+  static constexpr char kEmpty[sizeof(Record)] = {};
+  if (memcmp(&record, kEmpty, sizeof(Record)) == 0) {
+    return;
+  }
   const records::Unwinding unwinding;
   freeRecord(&record, 0);
   record = {};

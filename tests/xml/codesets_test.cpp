@@ -9,7 +9,6 @@
 #include <string>
 
 #include "xml/ElementSink.h"
-#include "xml/LeafTable.h"
 #include "xml/Listing.h"
 #include "xml/ZQGNString.h"
 #include "xml/ZQXMLException.h"
