@@ -8,6 +8,8 @@
 #ifndef ZQXML_XML_LEAFTABLE_H
 #define ZQXML_XML_LEAFTABLE_H
 
+#include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -39,12 +41,18 @@ class LeafTable {
  public:
   // The rows outlive the table.
   explicit LeafTable(std::span<const Leaf<Record>> leaves)
-      : rows(leaves), texts(new ZQGNString[leaves.size()]) {}
+      : rows(leaves), texts(new ZQGNString[leaves.size()]) {
+    assert(leaves.size() <= 64);
+  }
 
   // An element begins. Returns whether it is one of the rows.
   bool open(int tag) {
     openRow = indexOf(tag);
-    return openRow < rows.size();
+    if (openRow == rows.size()) {
+      return false;
+    }
+    used |= uint64_t{1} << openRow;
+    return true;
   }
 
   // Text of the element that began last; without one it is dropped.
@@ -80,12 +88,16 @@ class LeafTable {
   }
 
   // The text of a row.
-  ZQGNString& operator[](int tag) { return texts[indexOf(tag)]; }
+  ZQGNString& operator[](int tag) {
+    const size_t row = indexOf(tag);
+    used |= uint64_t{1} << row;
+    return texts[row];
+  }
 
   // Empties all texts.
   void empty() {
-    for (size_t row = 0; row < rows.size(); ++row) {
-      texts[row].Empty();
+    for (; used != 0; used &= used - 1) {
+      texts[static_cast<size_t>(std::countr_zero(used))].Empty();
     }
     openRow = rows.size();
   }
@@ -108,6 +120,8 @@ class LeafTable {
   std::span<const Leaf<Record>> rows;
   std::unique_ptr<ZQGNString[]> texts;
   size_t openRow = SIZE_MAX;
+  // A bit for each row whose text may not be empty.
+  uint64_t used = 0;
 };
 
 // Decimal numbers of the C library; a text that is none gives 0. A member takes the low 32 bits.
