@@ -42,19 +42,22 @@ class LeafTable {
   // The rows outlive the table.
   explicit LeafTable(std::span<const Leaf<Record>> leaves)
       : rows(leaves), texts(new ZQGNString[leaves.size()]) {
-    assert(rows.size() <= 64);
+    assert(leaves.size() <= 64);
   }
 
   // An element begins. Returns whether it is one of the rows.
   bool open(int tag) {
     openRow = indexOf(tag);
-    return openRow < rows.size();
+    if (openRow == rows.size()) {
+      return false;
+    }
+    used |= uint64_t{1} << openRow;
+    return true;
   }
 
   // Text of the element that began last; without one it is dropped.
   void append(const char* text) {
     if (openRow < rows.size()) {
-      filled |= uint64_t{1} << openRow;
       texts[openRow] += text;
     }
   }
@@ -84,13 +87,17 @@ class LeafTable {
     }
   }
 
-  // The text of a row, which only gets shorter by this.
-  ZQGNString& operator[](int tag) { return texts[indexOf(tag)]; }
+  // The text of a row.
+  ZQGNString& operator[](int tag) {
+    const size_t row = indexOf(tag);
+    used |= uint64_t{1} << row;
+    return texts[row];
+  }
 
   // Empties all texts.
   void empty() {
-    for (; filled != 0; filled &= filled - 1) {
-      texts[static_cast<size_t>(std::countr_zero(filled))].Empty();
+    for (; used != 0; used &= used - 1) {
+      texts[static_cast<size_t>(std::countr_zero(used))].Empty();
     }
     openRow = rows.size();
   }
@@ -113,7 +120,8 @@ class LeafTable {
   std::span<const Leaf<Record>> rows;
   std::unique_ptr<ZQGNString[]> texts;
   size_t openRow = SIZE_MAX;
-  uint64_t filled = 0;  // the rows whose text may not be empty
+  // A bit for each row whose text may not be empty.
+  uint64_t used = 0;
 };
 
 // Decimal numbers of the C library; a text that is none gives 0. A member takes the low 32 bits.

@@ -22,8 +22,8 @@ std::string kindName(uint32_t kind) {
 
 void expectReadsGoodDocument(ZQXMLParserHandle* handle) {
   const Parsed good(handle,
-                     "<root><filter><filterName>Good</filterName><ifActions><action><gotoGuide>"
-                     "<label>L</label></gotoGuide></action></ifActions></filter></root>");
+                    "<root><filter><filterName>Good</filterName><ifActions><action><gotoGuide>"
+                    "<label>L</label></gotoGuide></action></ifActions></filter></root>");
   EXPECT_EQ(good.records(),
             "0 | filter{name=\"Good\" actionList[{action=11 gotoGuide{label=\"L\"}}]} | ");
 }
@@ -43,7 +43,7 @@ Selection::Selection(std::initializer_list<std::pair<uint32_t, const char*>> wan
 }
 
 Parsed::Parsed(ZQXMLParserHandle* handle, const std::string& document,
-                 ZQStructItemList* selection) {
+               ZQStructItemList* selection) {
   std::string text = document;
   text.shrink_to_fit();
   const ZQXMLInputDoc input = {ZQXML_INPUT_MEMORY, text.data()};

@@ -26,7 +26,7 @@ class Selection : public ZQStructItemList {
 class Parsed {
  public:
   Parsed(ZQXMLParserHandle* handle, const std::string& document,
-          ZQStructItemList* selection = nullptr);
+         ZQStructItemList* selection = nullptr);
   Parsed(const Parsed&) = delete;
   Parsed& operator=(const Parsed&) = delete;
   ~Parsed();

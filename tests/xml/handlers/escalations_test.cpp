@@ -156,8 +156,8 @@ TEST(EscalationReader, IntervalsAndDaysShareTheirPlace) {
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.content);
     const Parsed parsed(sharedHandle(), "<root><escalation><escalationTime>" +
-                                              std::string(row.content) +
-                                              "</escalationTime></escalation></root>");
+                                            std::string(row.content) +
+                                            "</escalationTime></escalation></root>");
     ASSERT_EQ(parsed.result, 0);
     const ZQEscalationTmStruct& time = parsed.stream.objectList->object.escalation.escalationTime;
     EXPECT_EQ(time.escalationTmType, row.type);

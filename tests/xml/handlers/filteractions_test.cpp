@@ -13,7 +13,7 @@ namespace {
 // own.
 std::string membersOfActions(const std::string& content) {
   const Parsed parsed(sharedHandle(),
-                        "<root><filter><ifActions>\n" + content + "</ifActions></filter></root>");
+                      "<root><filter><ifActions>\n" + content + "</ifActions></filter></root>");
   if (parsed.result != 0) {
     // The same handle goes on.
     EXPECT_EQ(outcomeOf("<root/>"), "0 |  | ");
@@ -213,11 +213,10 @@ TEST(FilterActionReader, Notifications) {
 // A settings block without the sender's neighbours is null.
 TEST(FilterActionReader, ANotificationWithoutMailHasNone) {
   const Parsed parsed(sharedHandle(),
-                        inRoot("<filter><ifActions><action><notify><user/></notify></action>"
-                               "</ifActions></filter>"));
+                      inRoot("<filter><ifActions><action><notify><user/></notify></action>"
+                             "</ifActions></filter>"));
   ASSERT_EQ(parsed.result, 0);
-  EXPECT_EQ(parsed.stream.objectList->object.filter.actionList.items[0].u.notify.advanced,
-            nullptr);
+  EXPECT_EQ(parsed.stream.objectList->object.filter.actionList.items[0].u.notify.advanced, nullptr);
 }
 
 TEST(FilterActionReader, Messages) {

@@ -1,0 +1,108 @@
+// The reading of objects beside the XML parser alone: the same documents, an empty handler.
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "DocumentGenerator.h"
+#include "zqxml/zqxml.h"
+
+namespace {
+
+std::string& filtersOf(size_t megabytes) {
+  static std::map<size_t, std::string> documents;
+  std::string& document = documents[megabytes];
+  if (document.empty()) {
+    document = generateDocument(megabytes << 20, {"filter"});
+  }
+  return document;
+}
+
+void setBytes(benchmark::State& state, const std::string& document) {
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                          static_cast<int64_t>(document.size()));
+}
+
+class Handle {
+ public:
+  Handle() {
+    if (CreateXMLParserHandle(&handle, nullptr) != 0) {
+      throw std::runtime_error("no parser handle");
+    }
+  }
+  ~Handle() { FreeZQXMLParserHandleInternal(&handle, 0); }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  void parse(std::string& document) {
+    const ZQXMLInputDoc input = {ZQXML_INPUT_MEMORY, document.data()};
+    ZQXMLParsedStream stream;
+    ZQStructItemList parsed;
+    ZQStatusList status;
+    if (ParseXMLDocument(&handle, &input, nullptr, &stream, &parsed, &status) != 0 ||
+        parsed.numItems == 0) {
+      throw std::runtime_error("the parse failed");
+    }
+    FreeZQStructItemList(&parsed, 0);
+    FreeZQXMLParsedStreamInternal(&stream, 0);
+    FreeZQStatusList(&status, 0);
+  }
+
+ private:
+  ZQXMLParserHandle handle;
+};
+
+void BM_ParseFilters(benchmark::State& state) {
+  std::string& document = filtersOf(static_cast<size_t>(state.range(0)));
+  Handle handle;
+  for (auto _ : state) {
+    handle.parse(document);
+  }
+  setBytes(state, document);
+}
+BENCHMARK(BM_ParseFilters)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond);
+
+void BM_BareSax2Filters(benchmark::State& state) {
+  using xercesc::XMLUni;
+  InitXMLParser(nullptr);
+  const std::string& document = filtersOf(static_cast<size_t>(state.range(0)));
+  const std::unique_ptr<xercesc::SAX2XMLReader> reader(
+      xercesc::XMLReaderFactory::createXMLReader());
+  reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, false);
+  reader->setFeature(XMLUni::fgSAX2CoreValidation, false);
+  reader->setFeature(XMLUni::fgXercesSchema, false);
+  xercesc::DefaultHandler handler;
+  reader->setContentHandler(&handler);
+  reader->setErrorHandler(&handler);
+  for (auto _ : state) {
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()),
+                                      document.size(), "", false);
+    source.setCopyBufToStream(false);
+    reader->parse(source);
+  }
+  setBytes(state, document);
+}
+BENCHMARK(BM_BareSax2Filters)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond);
+
+void BM_ParseFiltersThreads(benchmark::State& state) {
+  std::string document = filtersOf(1);
+  Handle handle;
+  for (auto _ : state) {
+    handle.parse(document);
+  }
+  setBytes(state, document);
+}
+BENCHMARK(BM_ParseFiltersThreads)->ThreadRange(1, 2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+// The documents are made before threads ask for them.
+const bool kPrepared = (filtersOf(1), InitXMLParser(nullptr), true);
+
+}  // namespace
