@@ -73,6 +73,9 @@ class LargeFilter {
         source.u.function = &function;
       }
     }
+    if (contents == kAssignmentsAlone) {
+      actionList.numItems = kActions / 2;
+    }
     for (size_t i = 0; i < kActions; ++i) {
       if (contents == kAssignmentsAlone || i % 2 == 0) {
         actions[i].action = 4;
