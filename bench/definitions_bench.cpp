@@ -1,26 +1,34 @@
 // The writing of objects beside a DOM tree of the same elements and the XML parser's own
-// serializer.
+// serializer, and their reading beside the XML parser alone.
 
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufFormatTarget.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/XMLUni.hpp>
 
 #include "zqxml/builders.hpp"
 #include "zqxml/zqxml.h"
 
 namespace {
 
-// A filter of about one megabyte: conditions, constants, texts, assignments of several kinds and
-// notifications, as they stand in real objects.
+enum Contents : int64_t { kMixed, kAssignmentsAlone };
+
+// A filter of about one megabyte: conditions, and assignments of constants, fields and functions,
+// with notifications among them unless assignments stand alone.
 class LargeFilter {
  public:
-  LargeFilter() {
+  explicit LargeFilter(Contents contents) {
     for (ZQRelOpStruct& relation : relations) {
       relation.operation = 1;
       relation.operandLeft.tag = 1;
@@ -65,8 +73,11 @@ class LargeFilter {
         source.u.function = &function;
       }
     }
+    if (contents == kAssignmentsAlone) {
+      actionList.numItems = kActions / 2;
+    }
     for (size_t i = 0; i < kActions; ++i) {
-      if (i % 2 == 0) {
+      if (contents == kAssignmentsAlone || i % 2 == 0) {
         actions[i].action = 4;
         actions[i].u.setFields = {kAssignments, assignments};
       } else {
@@ -81,8 +92,8 @@ class LargeFilter {
     }
   }
 
-  int set(ZQXMLOutputDoc* doc) {
-    return SetFilterToXML(doc, 0, "HD:Ticket-Large", &order, nullptr, &order, &enabled, &query,
+  int set(ZQXMLOutputDoc* doc, unsigned frame = 0) {
+    return SetFilterToXML(doc, frame, "HD:Ticket-Large", &order, nullptr, &order, &enabled, &query,
                           &actionList, &actionList, "maren", "tomasz", &date, "Help text.", nullptr,
                           nullptr, &version, nullptr);
   }
@@ -123,16 +134,30 @@ class LargeFilter {
   ZQFilterActionList actionList = {kActions, actions};
 };
 
-LargeFilter& filter() {
-  static LargeFilter large;
-  return large;
+LargeFilter& filter(int64_t contents) {
+  static LargeFilter mixed(kMixed);
+  static LargeFilter assignments(kAssignmentsAlone);
+  return contents == kMixed ? mixed : assignments;
+}
+
+std::string& documentOfAssignments() {
+  static std::string document = [] {
+    ZQXMLOutputDoc doc = {1, {}};
+    if (filter(kAssignmentsAlone).set(&doc, 1) != 0) {
+      throw std::runtime_error("the filter was not written");
+    }
+    std::string text = doc.u.doc;
+    FreeZQXMLOutputDocInternal(&doc, 0);
+    return text;
+  }();
+  return document;
 }
 
 void BM_SetFilterToXML(benchmark::State& state) {
   int64_t bytes = 0;
   for (auto _ : state) {
     ZQXMLOutputDoc doc = {1, {}};
-    if (filter().set(&doc) != 0) {
+    if (filter(state.range(0)).set(&doc) != 0) {
       throw std::runtime_error("the filter was not written");
     }
     benchmark::DoNotOptimize(doc.u.doc);
@@ -141,7 +166,7 @@ void BM_SetFilterToXML(benchmark::State& state) {
   }
   state.SetBytesProcessed(bytes);
 }
-BENCHMARK(BM_SetFilterToXML)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SetFilterToXML)->Arg(kMixed)->Arg(kAssignmentsAlone)->Unit(benchmark::kMillisecond);
 
 void BM_BuildAndSerialize(benchmark::State& state) {
   InitXMLParser(nullptr);
@@ -156,7 +181,7 @@ void BM_BuildAndSerialize(benchmark::State& state) {
     element->setAttribute(u"xmlns", u"urn:quorin:schemas:zqs");
     element->setAttribute(u"xmlns:xsi", u"http://www.w3.org/2001/XMLSchema-instance");
     element->setAttribute(u"xsi:schemaLocation", u"urn:quorin:schemas:zqs zqs.xsd");
-    if (filter().build(document, element) != 0) {
+    if (filter(state.range(0)).build(document, element) != 0) {
       throw std::runtime_error("the filter was not built");
     }
     xercesc::DOMLSSerializer* serializer = implementation->createLSSerializer();
@@ -174,6 +199,50 @@ void BM_BuildAndSerialize(benchmark::State& state) {
   }
   state.SetBytesProcessed(bytes);
 }
-BENCHMARK(BM_BuildAndSerialize)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BuildAndSerialize)->Arg(kMixed)->Arg(kAssignmentsAlone)->Unit(benchmark::kMillisecond);
+
+void BM_ParseAssignments(benchmark::State& state) {
+  std::string& document = documentOfAssignments();
+  ZQXMLParserHandle handle = {};
+  if (CreateXMLParserHandle(&handle, nullptr) != 0) {
+    throw std::runtime_error("no parser handle");
+  }
+  for (auto _ : state) {
+    const ZQXMLInputDoc input = {ZQXML_INPUT_MEMORY, document.data()};
+    ZQXMLParsedStream stream = {};
+    if (ParseXMLDocument(&handle, &input, nullptr, &stream, nullptr, nullptr) != 0 ||
+        stream.objectList == nullptr) {
+      throw std::runtime_error("the filter was not read");
+    }
+    FreeZQXMLParsedStreamInternal(&stream, 0);
+  }
+  FreeZQXMLParserHandleInternal(&handle, 0);
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                          static_cast<int64_t>(document.size()));
+}
+BENCHMARK(BM_ParseAssignments)->Unit(benchmark::kMillisecond);
+
+void BM_BareSax2(benchmark::State& state) {
+  using xercesc::XMLUni;
+  InitXMLParser(nullptr);
+  const std::string& document = documentOfAssignments();
+  const std::unique_ptr<xercesc::SAX2XMLReader> reader(
+      xercesc::XMLReaderFactory::createXMLReader());
+  reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, false);
+  reader->setFeature(XMLUni::fgSAX2CoreValidation, false);
+  reader->setFeature(XMLUni::fgXercesSchema, false);
+  xercesc::DefaultHandler handler;
+  reader->setContentHandler(&handler);
+  reader->setErrorHandler(&handler);
+  for (auto _ : state) {
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()),
+                                      document.size(), "", false);
+    source.setCopyBufToStream(false);
+    reader->parse(source);
+  }
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                          static_cast<int64_t>(document.size()));
+}
+BENCHMARK(BM_BareSax2)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "xml/ZQXMLException.h"
 #include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
+#include "xml/handlers/ElementReaders.h"
 
 namespace {
 
@@ -280,12 +281,48 @@ TEST_F(CodeSets, WhatAProcessWritesReadsBack) {
   }
 }
 
+// Long names of a document are cut between characters.
+TEST_F(CodeSets, NamesOfDefinitionsAreCutBetweenCharacters) {
+  constexpr int kEucJp = 4;
+  InitMbutilExt(kEucJp);
+  const auto times = [](size_t count, const std::string& text) {
+    std::string out;
+    for (size_t i = 0; i < count; ++i) {
+      out += text;
+    }
+    return out;
+  };
+  const std::string character = "\xE3\x81\x82";
+  const std::string local = "\xA4\xA2";
+  const auto document = [&](const std::string& form, const std::string& server) {
+    return "<queryValue><formName>" + form + "</formName><serverName>" + server +
+           "</serverName></queryValue>";
+  };
+  QueryReader queries;
+  EXPECT_EQ(queries.read(document("a" + times(150, character), "a" + times(40, character))).number,
+            0);
+  EXPECT_EQ(queries.record().formName, "a" + times(126, local));
+  EXPECT_EQ(queries.record().serverName, "a" + times(31, local));
+  EXPECT_EQ(queries.read(document(times(150, character), times(40, character))).number, 0);
+  EXPECT_EQ(queries.record().formName, times(127, local));
+  EXPECT_EQ(queries.record().serverName, times(32, local));
+  ValueReader values;
+  EXPECT_EQ(
+      values.read("<value><currency><code>" + times(2, character) + "</code></currency></value>")
+          .number,
+      0);
+  EXPECT_EQ(values.record().u.currencyValue->currencyCode, local);
+}
+
 TEST_F(CodeSets, ThePointOfARealIsTheLocalesOwn) {
   useLocale("de_DE", "UTF-8");
   ZQGNString text;
   TextSink sink(text, 0);
   sink.realElement(tag_realValue, 0.5);
   EXPECT_STREQ(static_cast<char*>(text), "<realValue>0,500000</realValue>\n");
+  ValueReader values;
+  EXPECT_EQ(values.read("<value><realValue>0,5</realValue></value>").number, 0);
+  EXPECT_EQ(values.record().u.realValue, 0.5);
 }
 
 }  // namespace

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "fault/FailingAllocations.h"
+#include "records/StatusLists.h"
 #include "xml/ElementSink.h"
+#include "xml/Listing.h"
 #include "xml/ZQGNString.h"
 #include "xml/handlers/ElementReaders.h"
+#include "xml/objectchain.h"
 #include "xml/writers/assignments.h"
 #include "xml/writers/automation.h"
 #include "xml/writers/qualifiers.h"
@@ -37,14 +40,15 @@ const std::string kRelation =
     "</not></right></and></queryQualification></queryValue></left><right>" +
     kValues + "</right></relationalOperation>";
 
-const std::string kCondition =
-    "<qualification><left><not/></left><or><left>" + kRelation +
+const std::string kTree =
+    "<left><not/></left><or><left>" + kRelation +
     "</left><right><relationalOperation><operation>add</operation><left><arithmeticOperation>"
     "<operation>add</operation><left>" +
     kText +
     "</left><right><statusHistoryValue><statusInfo>user</statusInfo></statusHistoryValue>"
-    "</right></arithmeticOperation></left></relationalOperation></right></or>"
-    "</qualification>";
+    "</right></arithmeticOperation></left></relationalOperation></right></or>";
+
+const std::string kCondition = "<qualification>" + kTree + "</qualification>";
 
 std::string item(const std::string& source) {
   return "<setField><fieldID>8</fieldID><fieldValue>" + source + "</fieldValue></setField>";
@@ -143,6 +147,54 @@ void expectWritingFailuresGive300(const std::string& document, Write write) {
 }
 
 class AllocationFailures : public testing::TestWithParam<bool> {};
+
+// The same through a parser handle. A query keeps a node when the stream is freed by the public
+// function, hence the other one.
+TEST(AllocationFailures, WhileAFilterIsParsed) {
+  std::string document = "<root><filter><filterName>F</filterName><runIfQualification>" + kTree +
+                         "</runIfQualification><ifActions><action>" + kAssignments +
+                         "</action></ifActions></filter></root>";
+  const ZQXMLInputDoc input = {ZQXML_INPUT_MEMORY, document.data()};
+  {
+    // What is kept for the whole process is made once.
+    ASSERT_EQ(InitXMLParser(nullptr), 0);
+    const ParserHandle first;
+  }
+  for (const bool fresh : {true, false}) {
+    const long injected = fault::forEachFailure([&](auto arm) {
+      const long before = fault::liveBlocks();
+      bool failed = false;
+      {
+        ParserHandle handle;
+        ZQXMLParsedStream stream = {};
+        if (!fresh) {
+          EXPECT_EQ(ParseXMLDocument(&handle, &input, nullptr, &stream, nullptr, nullptr), 0);
+          releaseChain(stream.objectList);
+        }
+        {
+          OwnedStatusList status;
+          int result = 0;
+          {
+            const auto failing = arm();
+            result = ParseXMLDocument(&handle, &input, nullptr, &stream, nullptr, &status);
+            failed = fault::FailingAllocations::happened();
+          }
+          // Where the record finds no memory either the result is worse.
+          EXPECT_TRUE(result == (failed ? 2 : 0) || (failed && result == 3)) << result;
+          EXPECT_EQ(describe(status), result == 2 ? "2/300 " : "");
+          EXPECT_EQ(stream.objectList == nullptr, failed);
+          releaseChain(stream.objectList);
+        }
+        EXPECT_EQ(ParseXMLDocument(&handle, &input, nullptr, &stream, nullptr, nullptr), 0);
+        EXPECT_NE(stream.objectList, nullptr);
+        releaseChain(stream.objectList);
+      }
+      EXPECT_EQ(fault::liveBlocks(), before);
+      return failed;
+    });
+    EXPECT_GT(injected, 100);
+  }
+}
 
 TEST_P(AllocationFailures, WhileAConditionIsRead) {
   expectReadingFailuresGive300<QualReader>(kCondition, GetParam());

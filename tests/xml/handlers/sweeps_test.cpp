@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "records/StatusLists.h"
+#include "xml/Listing.h"
 #include "xml/handlers/ElementReaders.h"
 #include "xml/handlers/TagSweep.h"
 
@@ -242,6 +244,61 @@ TEST(TagSweep, AutomationParameters) {
                                {Nothing, "methodParameter parameterValue"},
                                {EndsHost, "methodParameterList"}}},
                              good);
+}
+
+// The same words through one parser handle, which reads a good filter behind each.
+TEST(TagSweep, PlacesOfAFilter) {
+  struct FilterPlace {
+    const char* before;
+    const char* after;
+    std::set<std::string> accepted;
+    // Accepted at their start, and the end of a host then has no place.
+    std::set<std::string> hosts;
+  };
+  const std::string start = "<root><filter><filterName>F</filterName>";
+  const std::string end = "</filter></root>";
+  const FilterPlace filterPlaces[] = {
+      {"<runIfQualification><not>",
+       "</not></runIfQualification>",
+       {"and", "or", "not", "relationalOperation", "left", "right", "fieldID"},
+       {"qualification", "qualifier", "queryQualification", "dataQualification", "joinQualifier",
+        "runIfQualification"}},
+      {"<runIfQualification><relationalOperation><left><valueList>",
+       "</valueList></left></relationalOperation></runIfQualification>",
+       {"value"},
+       {"valueList"}},
+      {"<elseActions><action><setFieldList><setField><fieldValue>",
+       "</fieldValue></setField></setFieldList></action></elseActions>",
+       {"process", "command", "value", "field", "function", "dde", "sql", "filterAPI"},
+       {"arithmetic", "fieldValue", "functionParameter", "inputValue", "left", "right",
+        "targetFieldValue"}},
+  };
+  ParserHandle handle;
+  for (const FilterPlace& place : filterPlaces) {
+    const std::string good = start + place.before + place.after + end;
+    const auto parse = [&](std::string document, bool isGood, const std::string& expected) {
+      const ZQXMLInputDoc input = {ZQXML_INPUT_MEMORY, document.data()};
+      ZQXMLParsedStream stream = {};
+      OwnedStatusList status;
+      EXPECT_EQ(ParseXMLDocument(&handle, &input, nullptr, &stream, nullptr, &status),
+                isGood ? 0 : 2)
+          << document;
+      EXPECT_EQ(stream.objectList != nullptr, isGood) << document;
+      EXPECT_EQ(describe(status).substr(0, expected.size()), expected) << document;
+      FreeZQXMLParsedStreamInternal(&stream, 0);
+    };
+    parse(good, true, "");
+    for (const auto& [name, id] : vocabulary()) {
+      const std::string before = start + place.before + "<" + name + ">";
+      const bool isGood = place.accepted.contains(name);
+      std::string expected = isGood ? "" : "2/8941 " + name + ", " + Marked::placeAt(before.size());
+      if (place.hosts.contains(name)) {
+        expected = "2/89";
+      }
+      parse(before + "</" + name + ">" + place.after + end, isGood, expected);
+      parse(good, true, "");
+    }
+  }
 }
 
 }  // namespace
