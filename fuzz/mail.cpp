@@ -36,7 +36,7 @@ Block exactly(size_t size) {
 
 void encodeBytes(const uint8_t* bytes, size_t count) {
   char* text = nullptr;
-  check(EncodeBase64(bytes, static_cast<long>(count), &text) == 0);
+  check(EncodeBase64(bytes, static_cast<unsigned>(count), &text) == 0);
   unsigned char* again = nullptr;
   unsigned length = 0;
   check(DecodeBase64(text, &again, &length) == 0);

@@ -312,7 +312,7 @@ std::string plainlyWorded(const std::string& text, const std::string& charset) {
     for (size_t place = start; place < end; place += 3) {
       const std::string bytes = text.substr(place, std::min<size_t>(3, end - place));
       char group[5];
-      EncodeBase64Line(bytes.data(), static_cast<long>(bytes.size()), "", group);
+      EncodeBase64Line(bytes.data(), static_cast<unsigned>(bytes.size()), "", group);
       if (place == start) {
         first = group;
       } else if (word.size() >= 71) {
