@@ -87,6 +87,28 @@ class Outputs {
     return *this;
   }
 
+  // What most objects end with.
+  struct Head {
+    char* owner;
+    char* lastChanged;
+    ZQTimestamp* modifiedDate;
+    char** helpText;
+    char** changeDiary;
+    ZQPropList* objPropList;
+    int32_t* xmlDocVersion;
+  };
+
+  template <typename Source>
+  Outputs& head(const Head& outputs, const Source& source) {
+    return name(outputs.owner, source.owner)
+        .name(outputs.lastChanged, source.lastChanged)
+        .scalar(outputs.modifiedDate, source.modifiedDate)
+        .text(outputs.helpText, source.helpText)
+        .text(outputs.changeDiary, source.changeDiary)
+        .copy(CopyZQPropList, outputs.objPropList, source.objPropList)
+        .scalar(outputs.xmlDocVersion, source.xmlDocVersion);
+  }
+
   int done() const { return result; }
 
  private:
@@ -203,13 +225,8 @@ int GetSchemaFromXML(ZQXMLParsedStream* stream, const char* name, ZQCompoundSche
         .scalar(upgradeVersion, form.upgradeVersion)
         .copy(CopyZQFieldInfoList, fieldList, form.fieldList)
         .copy(CopyZQVuiInfoList, vuiList, form.vuiList)
-        .name(owner, form.owner)
-        .name(lastChanged, form.lastChanged)
-        .scalar(modifiedDate, form.modifiedDate)
-        .text(helpText, form.helpText)
-        .text(changeDiary, form.changeDiary)
-        .copy(CopyZQPropList, objPropList, form.objPropList)
-        .scalar(xmlDocVersion, form.xmlDocVersion)
+        .head({owner, lastChanged, modifiedDate, helpText, changeDiary, objPropList, xmlDocVersion},
+              form)
         .done();
   });
 }
@@ -230,13 +247,8 @@ int GetFilterFromXML(ZQXMLParsedStream* stream, const char* name, uint32_t* exec
         .copy(CopyZQQualifierStruct, query, filter.query)
         .copy(CopyZQFilterActionList, actionList, filter.actionList)
         .copy(CopyZQFilterActionList, elseList, filter.elseList)
-        .name(owner, filter.owner)
-        .name(lastChanged, filter.lastChanged)
-        .scalar(modifiedDate, filter.modifiedDate)
-        .text(helpText, filter.helpText)
-        .text(changeDiary, filter.changeDiary)
-        .copy(CopyZQPropList, objPropList, filter.objPropList)
-        .scalar(xmlDocVersion, filter.xmlDocVersion)
+        .head({owner, lastChanged, modifiedDate, helpText, changeDiary, objPropList, xmlDocVersion},
+              filter)
         .done();
   });
 }
@@ -263,13 +275,8 @@ int GetActiveLinkFromXML(ZQXMLParsedStream* stream, const char* name, uint32_t* 
         .copy(CopyZQActiveLinkActionList, actionList, link.actionList)
         .copy(CopyZQActiveLinkActionList, elseList, link.elseList)
         .copy(CopyZQSupportFileInfoList, supportFileList, link.supportFileList)
-        .name(owner, link.owner)
-        .name(lastChanged, link.lastChanged)
-        .scalar(modifiedDate, link.modifiedDate)
-        .text(helpText, link.helpText)
-        .text(changeDiary, link.changeDiary)
-        .copy(CopyZQPropList, objPropList, link.objPropList)
-        .scalar(xmlDocVersion, link.xmlDocVersion)
+        .head({owner, lastChanged, modifiedDate, helpText, changeDiary, objPropList, xmlDocVersion},
+              link)
         .done();
   });
 }
@@ -290,13 +297,8 @@ int GetEscalationFromXML(ZQXMLParsedStream* stream, const char* name,
         .copy(CopyZQQualifierStruct, query, escalation.query)
         .copy(CopyZQFilterActionList, actionList, escalation.actionList)
         .copy(CopyZQFilterActionList, elseList, escalation.elseList)
-        .name(owner, escalation.owner)
-        .name(lastChanged, escalation.lastChanged)
-        .scalar(modifiedDate, escalation.modifiedDate)
-        .text(helpText, escalation.helpText)
-        .text(changeDiary, escalation.changeDiary)
-        .copy(CopyZQPropList, objPropList, escalation.objPropList)
-        .scalar(xmlDocVersion, escalation.xmlDocVersion)
+        .head({owner, lastChanged, modifiedDate, helpText, changeDiary, objPropList, xmlDocVersion},
+              escalation)
         .done();
   });
 }
@@ -317,13 +319,8 @@ int GetContainerFromXML(ZQXMLParsedStream* stream, const char* name, ZQPermissio
         .text(description, container.description)
         .scalar(containerType, container.containerType)
         .copy(CopyZQReferenceList, references, container.references)
-        .name(owner, container.owner)
-        .name(lastChanged, container.lastChanged)
-        .scalar(modifiedDate, container.modifiedDate)
-        .text(helpText, container.helpText)
-        .text(changeDiary, container.changeDiary)
-        .copy(CopyZQPropList, objPropList, container.objPropList)
-        .scalar(xmlDocVersion, container.xmlDocVersion)
+        .head({owner, lastChanged, modifiedDate, helpText, changeDiary, objPropList, xmlDocVersion},
+              container)
         .done();
   });
 }
@@ -337,13 +334,8 @@ int GetMenuFromXML(ZQXMLParsedStream* stream, const char* name, uint32_t* refres
     return Outputs(status)
         .scalar(refreshCode, menu.refreshCode)
         .copy(CopyZQCharMenuStruct, menuDefn, menu.menuDefn)
-        .name(owner, menu.owner)
-        .name(lastChanged, menu.lastChanged)
-        .scalar(modifiedDate, menu.modifiedDate)
-        .text(helpText, menu.helpText)
-        .text(changeDiary, menu.changeDiary)
-        .copy(CopyZQPropList, objPropList, menu.objPropList)
-        .scalar(xmlDocVersion, menu.xmlDocVersion)
+        .head({owner, lastChanged, modifiedDate, helpText, changeDiary, objPropList, xmlDocVersion},
+              menu)
         .done();
   });
 }
@@ -391,13 +383,8 @@ int GetDSOMappingFromXML(ZQXMLParsedStream* stream, const char* name, char* from
         .text(mapping, source.mapping)
         .text(returnMapping, source.returnMapping)
         .text(matchQualification, source.matchQualification)
-        .name(owner, source.owner)
-        .name(lastChanged, source.lastChanged)
-        .scalar(modifiedDate, source.modifiedDate)
-        .text(helpText, source.helpText)
-        .text(changeDiary, source.changeDiary)
-        .copy(CopyZQPropList, objPropList, source.objPropList)
-        .scalar(xmlDocVersion, source.xmlDocVersion)
+        .head({owner, lastChanged, modifiedDate, helpText, changeDiary, objPropList, xmlDocVersion},
+              source)
         .done();
   });
 }
@@ -414,13 +401,8 @@ int GetDSOPoolFromXML(ZQXMLParsedStream* stream, const char* name, uint32_t* ena
         .scalar(defaultPool, pool.defaultPool)
         .scalar(threadCount, pool.threadCount)
         .text(connection, pool.connection)
-        .name(owner, pool.owner)
-        .name(lastChanged, pool.lastChanged)
-        .scalar(modifiedDate, pool.modifiedDate)
-        .text(helpText, pool.helpText)
-        .text(changeDiary, pool.changeDiary)
-        .copy(CopyZQPropList, objPropList, pool.objPropList)
-        .scalar(xmlDocVersion, pool.xmlDocVersion)
+        .head({owner, lastChanged, modifiedDate, helpText, changeDiary, objPropList, xmlDocVersion},
+              pool)
         .done();
   });
 }
