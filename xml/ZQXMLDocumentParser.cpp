@@ -130,7 +130,7 @@ void ZQXMLDocumentParser::startElement(const XMLCh*, const XMLCh*, const XMLCh* 
     if (openTags.size() >= ZQXML_MAX_ELEMENT_DEPTH) {
       throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
     }
-    const int tag = gTagHash.Get(qualifiedName);
+    const int tag = tags.get(qualifiedName);
     openTags.push_back(tag);
     topHandler()->PreProcess(tag);
     topHandler()->StartElement(tag, attributes);
@@ -153,11 +153,14 @@ void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {
     return;
   }
   dispatch(nullptr, [&] {
-    const OwnedText converted = ConvertSpecialControlChars(text, length);
-    ZQXMLToLocal(converted != nullptr ? converted.get() : text, length, localText);
-    // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a
-    // character.
-    localText.resize(std::min(localText.size(), 2 * length));
+    // Escapes are no ASCII.
+    if (!ZQXMLAsciiToLocal(text, length, localText)) {
+      const OwnedText converted = ConvertSpecialControlChars(text, length);
+      ZQXMLToLocal(converted != nullptr ? converted.get() : text, length, localText);
+      // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a
+      // character.
+      localText.resize(std::min(localText.size(), 2 * length));
+    }
     topHandler()->Characters(localText.c_str(), static_cast<unsigned>(length));
   });
 }

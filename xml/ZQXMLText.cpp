@@ -239,9 +239,13 @@ std::u16string decode(xercesc::XMLTranscoder& transcoder, const char* text) {
 
 }  // namespace
 
-void ZQXMLToLocal(const XMLCh* text, size_t length, std::string& target) {
+bool ZQXMLAsciiToLocal(const XMLCh* text, size_t length, std::string& target) {
   target.resize(length);
-  if (narrowAscii(text, length, target.data())) {
+  return narrowAscii(text, length, target.data());
+}
+
+void ZQXMLToLocal(const XMLCh* text, size_t length, std::string& target) {
+  if (ZQXMLAsciiToLocal(text, length, target)) {
     return;
   }
   xercesc::XMLTranscoder* transcoder = localTranscoder();
