@@ -62,8 +62,11 @@ class ZQXMLBaseHandler {
   // record owned goes first: of two elements that fill one record the later one counts.
   template <typename Handler, typename Record>
   void giveTo(Handler& child, Record& record, void (*freeRecord)(Record*, ZQBoolean)) {
-    releaseRecord(record, freeRecord);
-    child.Init(&record);
+    {
+      const records::Unwinding unwinding;
+      freeRecord(&record, 0);
+    }
+    child.Init(&record);  // which clears it
     handlerStack->Push(&child, locator);
   }
 

@@ -120,7 +120,7 @@ void ZQXMLDocumentParser::startElement(const XMLCh*, const XMLCh*, const XMLCh* 
     if (openTags.size() >= ZQXML_MAX_ELEMENT_DEPTH) {
       throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
     }
-    const int tag = gTagHash.Get(qualifiedName);
+    const int tag = tags.get(qualifiedName);
     openTags.push_back(tag);
     topHandler()->PreProcess(tag);
     topHandler()->StartElement(tag, attributes);

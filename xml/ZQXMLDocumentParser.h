@@ -18,9 +18,45 @@
 #include "xml/ZQXMLHandlerInfo.h"
 #include "xml/ZQXMLHandlerStack.h"
 #include "xml/ZQXMLHandlerUtils.h"
+#include "xml/ZQXMLTagHash.h"
 #include "xml/handlers/ZQXMLGetNamesHandler.h"
 #include "xml/handlers/ZQXMLRootHandler.h"
 #include "zqxml/records.h"
+
+// Looks tags up for names that the XML parser delivers again and again from the same place.
+class TagCache {
+ public:
+  int get(const XMLCh* name) {
+    Slot& slot = slots[reinterpret_cast<uintptr_t>(name) / sizeof(void*) % kSlots];
+    // The place alone proves nothing: it may hold another name by now.
+    if (slot.name != name || !isSame(slot.text, name)) {
+      const int tag = gTagHash.Get(name);
+      if (tag == tag_unknown) {
+        return tag;
+      }
+      slot = {name, tagXMLText(tag), tag};
+    }
+    return slot.tag;
+  }
+
+ private:
+  static constexpr size_t kSlots = 256;
+  struct Slot {
+    const XMLCh* name;
+    const XMLCh* text;
+    int tag;
+  };
+
+  static bool isSame(const XMLCh* one, const XMLCh* other) {
+    while (*one == *other && *one != 0) {
+      ++one;
+      ++other;
+    }
+    return *one == *other;
+  }
+
+  Slot slots[kSlots] = {};
+};
 
 class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerUtils {
  public:
@@ -114,6 +150,7 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   ZQXMLObjectList* objectList = nullptr;
   ZQXMLGetNamesHandler namesHandler;
   ZQStatusList* status = nullptr;
+  TagCache tags;
   std::vector<int> openTags;
   std::string localText;
   Position position;

@@ -18,11 +18,11 @@ static_assert(sizeof(XMLCh) == sizeof(char16_t));
 // becomes its substitute character (U+FFFD in UTF-8 for half of a surrogate pair).
 void ZQXMLToLocal(const XMLCh* text, size_t length, std::string& target);
 
-// The same for a text that is ASCII, which needs no code page. Returns whether it is; if not,
-// `target` is left as it may be.
+// The same for a text that is plain ASCII, as nearly all are; false for any other, and then `target`
+// is worth nothing.
 bool ZQXMLAsciiToLocal(const XMLCh* text, size_t length, std::string& target);
 
-// The same for a zero-terminated text; null gives the empty text.
+// As the first, for a zero-terminated text; null gives the empty text.
 std::string ZQXMLToLocal(const XMLCh* text);
 
 // The other way round. Bytes that are no characters become the transcoder's substitute character.

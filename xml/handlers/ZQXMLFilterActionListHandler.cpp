@@ -166,7 +166,9 @@ ZQFilterActionStruct& ZQXMLFilterActionListHandler::OpenAction() const {
 // Of several kinds in one action the last one counts.
 ZQFilterActionStruct& ZQXMLFilterActionListHandler::SetAction(uint32_t action) {
   ZQFilterActionStruct& open = OpenAction();
-  releaseRecord(open, FreeZQFilterActionStruct);
+  if (open.action != 0) {
+    releaseRecord(open, FreeZQFilterActionStruct);
+  }
   open.action = action;
   return open;
 }
