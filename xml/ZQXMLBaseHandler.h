@@ -62,11 +62,8 @@ class ZQXMLBaseHandler {
   // record owned goes first: of two elements that fill one record the later one counts.
   template <typename Handler, typename Record>
   void giveTo(Handler& child, Record& record, void (*freeRecord)(Record*, ZQBoolean)) {
-    {
-      const records::Unwinding unwinding;
-      freeRecord(&record, 0);
-    }
-    child.Init(&record);  // which clears it
+    releaseRecord(record, freeRecord);
+    child.Init(&record);
     handlerStack->Push(&child, locator);
   }
 

@@ -18,8 +18,8 @@ static_assert(sizeof(XMLCh) == sizeof(char16_t));
 // becomes its substitute character (U+FFFD in UTF-8 for half of a surrogate pair).
 void ZQXMLToLocal(const XMLCh* text, size_t length, std::string& target);
 
-// The same for a text that is plain ASCII, as nearly all are; false for any other, and then `target`
-// is worth nothing.
+// The same for a text that is plain ASCII, as nearly all are; false for any other, and then
+// `target` is worth nothing.
 bool ZQXMLAsciiToLocal(const XMLCh* text, size_t length, std::string& target);
 
 // As the first, for a zero-terminated text; null gives the empty text.
