@@ -8,6 +8,7 @@
 #ifndef ZQXML_XML_LEAFTABLE_H
 #define ZQXML_XML_LEAFTABLE_H
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -37,7 +38,7 @@ struct Leaf {
 template <typename Record>
 class LeafTable {
  public:
-  // The rows outlive the table.
+  // The rows outlive the table; there are at most 64.
   explicit LeafTable(std::span<const Leaf<Record>> leaves)
       : rows(leaves), texts(new ZQGNString[leaves.size()]) {}
 
@@ -51,6 +52,7 @@ class LeafTable {
   void append(const char* text) {
     if (openRow < rows.size()) {
       texts[openRow] += text;
+      filled |= uint64_t{1} << openRow;
     }
   }
 
@@ -82,10 +84,10 @@ class LeafTable {
   // The text of a row.
   ZQGNString& operator[](int tag) { return texts[indexOf(tag)]; }
 
-  // Empties all texts.
+  // Empties all texts. Most are, which is why those that aren't are kept in mind.
   void empty() {
-    for (size_t row = 0; row < rows.size(); ++row) {
-      texts[row].Empty();
+    for (; filled != 0; filled &= filled - 1) {
+      texts[static_cast<size_t>(std::countr_zero(filled))].Empty();
     }
     openRow = rows.size();
   }
@@ -108,6 +110,7 @@ class LeafTable {
   std::span<const Leaf<Record>> rows;
   std::unique_ptr<ZQGNString[]> texts;
   size_t openRow = SIZE_MAX;
+  uint64_t filled = 0;  // the rows that a text has been appended to, by bit
 };
 
 // Decimal numbers of the C library; a text that is none gives 0. A member takes the low 32 bits.
