@@ -62,7 +62,9 @@ void ElementSink::realElement(int tag, double value, int precision) {
   // The largest number has 309 digits ahead of the point.
   constexpr int kMaxPrecision = 64;
   char digits[400];
-  snprintf(digits, sizeof digits, "%.*f", std::clamp(precision, 0, kMaxPrecision), value);
+  *std::to_chars(digits, digits + sizeof digits - 1, value, std::chars_format::fixed,
+                 std::clamp(precision, 0, kMaxPrecision))
+       .ptr = '\0';
   element(tag, digits);
 }
 

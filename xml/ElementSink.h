@@ -39,7 +39,7 @@ class ElementSink {
   // A word of a record that is printed as a signed number.
   void signedElement(int tag, uint32_t value) { signedElement(tag, static_cast<int32_t>(value)); }
   void unsignedElement(int tag, uint32_t value);
-  // With so many digits behind the point, which is the locale's own, as for the reader.
+  // With so many digits behind the point, which is one in every locale.
   void realElement(int tag, double value, int precision = 6);
   void booleanElement(int tag, bool value);
   // The text is the word of a tag; none for a number that is no tag.

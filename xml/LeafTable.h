@@ -39,7 +39,7 @@ struct Leaf {
 template <typename Record>
 class LeafTable {
  public:
-  // The rows outlive the table.
+  // The rows outlive the table; there are at most 64.
   explicit LeafTable(std::span<const Leaf<Record>> leaves)
       : rows(leaves), texts(new ZQGNString[leaves.size()]) {
     assert(leaves.size() <= 64);
@@ -94,7 +94,7 @@ class LeafTable {
     return texts[row];
   }
 
-  // Empties all texts.
+  // Empties all texts. Most are, which is why those that aren't are kept in mind.
   void empty() {
     for (; used != 0; used &= used - 1) {
       texts[static_cast<size_t>(std::countr_zero(used))].Empty();
@@ -132,6 +132,9 @@ inline int32_t signedNumber(const char* text) {
 inline uint32_t unsignedNumber(const char* text) {
   return static_cast<uint32_t>(strtoul(text, nullptr, 10));
 }
+
+// A decimal number with a point, whatever the locale; a text that is none gives 0.
+double realNumber(const char* text);
 
 // Fills a fixed array with as many whole characters as it has room for.
 template <size_t kSize>

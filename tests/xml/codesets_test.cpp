@@ -314,14 +314,14 @@ TEST_F(CodeSets, NamesOfDefinitionsAreCutBetweenCharacters) {
   EXPECT_EQ(values.record().u.currencyValue->currencyCode, local);
 }
 
-TEST_F(CodeSets, ThePointOfARealIsTheLocalesOwn) {
+TEST_F(CodeSets, ARealHasAPointInEveryLocale) {
   useLocale("de_DE", "UTF-8");
   ZQGNString text;
   TextSink sink(text, 0);
   sink.realElement(tag_realValue, 0.5);
-  EXPECT_STREQ(static_cast<char*>(text), "<realValue>0,500000</realValue>\n");
+  EXPECT_STREQ(static_cast<char*>(text), "<realValue>0.500000</realValue>\n");
   ValueReader values;
-  EXPECT_EQ(values.read("<value><realValue>0,5</realValue></value>").number, 0);
+  EXPECT_EQ(values.read("<value><realValue>0.5</realValue></value>").number, 0);
   EXPECT_EQ(values.record().u.realValue, 0.5);
 }
 

@@ -5,7 +5,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -76,7 +75,6 @@ int append(std::string& text, const std::string& what, Put put) {
 
 void useUtf8() {
   InitMbutilExt(kUtf8CodeSet);
-  setlocale(LC_NUMERIC, "C");
 }
 
 Selector::Selector(const std::string& text) {

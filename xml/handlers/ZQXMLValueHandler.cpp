@@ -32,7 +32,7 @@ constexpr Leaf<ZQValueStruct> kLeaves[] = {
     {tag_maskValue,
      [](ZQValueStruct& v, const LeafText& leaf) { v.u.maskValue = unsignedNumber(leaf.text); }},
     {tag_realValue,
-     [](ZQValueStruct& v, const LeafText& leaf) { v.u.realValue = atof(leaf.text); }},
+     [](ZQValueStruct& v, const LeafText& leaf) { v.u.realValue = realNumber(leaf.text); }},
     {tag_decimalValue,
      [](ZQValueStruct& v, const LeafText& leaf) { replaceText(v.u.decimalValue, leaf.text); }},
     {tag_diaryValue,

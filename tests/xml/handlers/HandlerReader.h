@@ -61,6 +61,10 @@ class HandlerReader {
     } catch (const std::bad_alloc&) {
       reading.number = ZQ_MESSAGE_OUT_OF_MEMORY;
     }
+    // Without memory it may take itself to be still at work.
+    if (reading.number == ZQ_MESSAGE_OUT_OF_MEMORY) {
+      reader.reset();
+    }
     parser.endParsing();
     if (reading.number == 0 && status.numItems > 0) {
       reading.number = status.items[0].messageNum;
@@ -116,7 +120,6 @@ class HandlerReader {
     Host host;
   };
 
-  // As in a parser handle, a reader that an exception has left is not used again.
   void parse(const std::string& document) {
     if (reader == nullptr) {
       memory.releaseAll();
@@ -127,9 +130,7 @@ class HandlerReader {
     }
     const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()),
                                             document.size(), "", false, &memory);
-    auto used = std::move(reader);
-    used->parse(source);
-    reader = std::move(used);
+    reader->parse(source);
   }
 
   Record record_ = {};

@@ -491,8 +491,9 @@ TEST_F(Assignments, DDEConversations) {
       {"item", &ZQDDEStruct::item},
       {"pathToProgram", &ZQDDEStruct::pathToProgram},
       {"command", &ZQDDEStruct::command}};
-  for (const auto& [element, member] : texts) {
-    const std::string name = element;
+  for (const auto& row : texts) {
+    const std::string name = row.first;
+    const auto member = row.second;
     children.push_back(
         {"<" + name + ">" + name + "</" + name + ">",
          [this, name, member](ZQDDEStruct& d) { d.*member = arena.text(name); },

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr uint32_t kDocuments = 4000;
+constexpr uint32_t kDocuments = 2000;
 
 // Elements with the children that have a place in them; others may come too.
 struct Place {

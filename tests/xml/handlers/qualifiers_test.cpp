@@ -491,7 +491,7 @@ TEST_F(Qualifiers, LongNamesAreCut) {
   ZQQueryValueStruct expected = {};
   setArray(expected.formName, std::string(254, 'f'));
   setArray(expected.serverName, std::string(64, 's'));
-  for (const size_t more : {0, 1, 46}) {
+  for (const size_t more : {size_t{0}, size_t{1}, size_t{46}}) {
     expectRead(queries,
                "<queryValue><formName>" + std::string(254 + more, 'f') + "</formName><serverName>" +
                    std::string(64 + more, 's') + "</serverName></queryValue>",
