@@ -153,16 +153,26 @@ void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {
     return;
   }
   dispatch(nullptr, [&] {
-    // Escapes are no ASCII.
-    if (!ZQXMLAsciiToLocal(text, length, localText)) {
-      const OwnedText converted = ConvertSpecialControlChars(text, length);
-      ZQXMLToLocal(converted != nullptr ? converted.get() : text, length, localText);
-      // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a
-      // character.
-      localText.resize(std::min(localText.size(), 2 * length));
+    try {
+      toLocal(text, length);
+    } catch (const std::bad_alloc&) {
+      throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
     }
     topHandler()->Characters(localText.c_str(), static_cast<unsigned>(length));
   });
+}
+
+// The text of an event in the local code page, without the writer's escapes.
+void ZQXMLDocumentParser::toLocal(const XMLCh* text, XMLSize_t length) {
+  // Escapes are no ASCII.
+  if (ZQXMLAsciiToLocal(text, length, localText)) {
+    return;
+  }
+  const OwnedText converted = ConvertSpecialControlChars(text, length);
+  ZQXMLToLocal(converted != nullptr ? converted.get() : text, length, localText);
+  // Text gets two bytes for each unit of the piece, and what needs more is cut, be it through a
+  // character.
+  localText.resize(std::min(localText.size(), 2 * length));
 }
 
 void ZQXMLDocumentParser::ignorableWhitespace(const XMLCh*, XMLSize_t) {}

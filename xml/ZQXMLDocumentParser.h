@@ -128,6 +128,7 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   ZQXMLBaseHandler* documentHandler();
   ZQXMLBaseHandler* topHandler() const;
   void report(unsigned severity, const xercesc::SAXParseException& exception);
+  void toLocal(const XMLCh* text, XMLSize_t length);
   template <typename Event>
   void dispatch(const XMLCh* name, Event event);
 
