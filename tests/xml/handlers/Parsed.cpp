@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <cstring>
 
 #include "records/Members.h"
+#include "records/RecordTools.h"
 #include "records/StatusLists.h"
 
 namespace {
@@ -84,7 +86,21 @@ Parsed::Parsed(ZQXMLParserHandle* handle, const std::string& document,
 }
 
 Parsed::~Parsed() {
+  freeWhole(stream);
+}
+
+void freeWhole(ZQXMLParsedStream& stream) {
+  std::vector<void*> kept;
+  for (const ZQXMLObjectList* node = stream.objectList; node != nullptr; node = node->next) {
+    const std::vector<void*> blocks = node->objectType == ZQXML_FILTER
+                                          ? tools::KeptBlocks::of(node->object.filter)
+                                          : tools::KeptBlocks::of(node->object.escalation);
+    kept.insert(kept.end(), blocks.begin(), blocks.end());
+  }
   FreeZQXMLParsedStreamInternal(&stream, 0);
+  for (void* block : kept) {
+    free(block);
+  }
 }
 
 std::string Parsed::outcome() const {

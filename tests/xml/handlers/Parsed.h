@@ -44,6 +44,9 @@ class Parsed {
   ZQXMLParsedStream stream = {};
 };
 
+// Frees a stream of filters and escalations with the blocks that are left allocated by contract.
+void freeWhole(ZQXMLParsedStream& stream);
+
 // A handle that serves all tests of a program, so that each document is read behind all the others,
 // failed ones too.
 ZQXMLParserHandle* sharedHandle();

@@ -260,6 +260,24 @@ TEST(FilterReader, AnyOrder) {
   }
 }
 
+// Of the 128 handlers that can be at work two are those of "root" and the object.
+TEST(FilterReader, ConditionsNestAsDeepAsThereAreHandlers) {
+  const auto nested = [](int depth) {
+    std::string begin;
+    std::string end;
+    for (int i = 0; i < depth; ++i) {
+      begin += "<not>";
+      end += "</not>";
+    }
+    return "<runIfQualification>\n" + begin + "<fieldID>1</fieldID>" + end +
+           "</runIfQualification>";
+  };
+  EXPECT_EQ(membersOfFilter(nested(125)).substr(0, 40),
+            "query{operation=3 notQualifier{operation");
+  EXPECT_EQ(membersOfFilter(nested(126)), "2/8944 line: 3, column 631");
+  EXPECT_EQ(membersOfFilter(nested(900)), "2/8944 line: 3, column 631");
+}
+
 // Nothing of one object shows in the next.
 TEST(FilterReader, ObjectsAreReadApart) {
   const std::string full =

@@ -93,7 +93,7 @@ TEST(WorkflowExamples, AllocationsOfASteadyParse) {
   const long allocations = fault::allocationCount() - before;
   const long live = fault::liveBlocks();
   FreeZQStructItemList(&parsed, 0);
-  FreeZQXMLParsedStreamInternal(&stream, 0);
+  freeWhole(stream);
   const long blocks = live - fault::liveBlocks();
   EXPECT_GT(blocks, 1000);
   EXPECT_LE(static_cast<double>(allocations), 2.2 * static_cast<double>(blocks));

@@ -407,7 +407,7 @@ void expectRoundTrip(Object object, void (*freeObject)(Object*, ZQBoolean), uint
   freeObject(&object, 0);
 }
 
-constexpr uint32_t kObjects = 10000;
+constexpr uint32_t kObjects = 5000;
 
 TEST(WorkflowRoundTrip, RandomFilters) {
   for (uint32_t seed = 0; seed < kObjects && !HasFailure(); ++seed) {
