@@ -93,6 +93,7 @@ void ZQXMLDocumentParser::startDocument() {
   dispatch(nullptr, [this] {
     handlerStack.Init();
     openTags.clear();
+    tags.clear();
     handlerStack.Push(documentHandler(), &locator);
   });
 }

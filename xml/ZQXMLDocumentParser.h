@@ -8,6 +8,7 @@
 #ifndef ZQXML_XML_ZQXMLDOCUMENTPARSER_H
 #define ZQXML_XML_ZQXMLDOCUMENTPARSER_H
 
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -23,39 +24,30 @@
 #include "xml/handlers/ZQXMLRootHandler.h"
 #include "zqxml/records.h"
 
-// Looks tags up for names that the XML parser delivers again and again from the same place.
+// Looks tags up for names by their place. For the length of a document the XML parser keeps one
+// copy of each name, which every element of that name is delivered with.
 class TagCache {
  public:
+  // Places may hold other names in the next document.
+  void clear() { slots.fill({}); }
+
   int get(const XMLCh* name) {
     Slot& slot = slots[reinterpret_cast<uintptr_t>(name) / sizeof(void*) % kSlots];
-    // The place alone proves nothing: it may hold another name by now.
-    if (slot.name != name || !isSame(slot.text, name)) {
-      const int tag = gTagHash.Get(name);
-      if (tag == tag_unknown) {
-        return tag;
-      }
-      slot = {name, tagXMLText(tag), tag};
+    if (slot.name != name) {
+      slot = {name, gTagHash.Get(name)};
     }
     return slot.tag;
   }
 
  private:
   static constexpr size_t kSlots = 256;
+
   struct Slot {
     const XMLCh* name;
-    const XMLCh* text;
     int tag;
   };
 
-  static bool isSame(const XMLCh* one, const XMLCh* other) {
-    while (*one == *other && *one != 0) {
-      ++one;
-      ++other;
-    }
-    return *one == *other;
-  }
-
-  Slot slots[kSlots] = {};
+  std::array<Slot, kSlots> slots = {};
 };
 
 class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerUtils {
