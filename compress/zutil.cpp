@@ -17,8 +17,8 @@ namespace {
 
 constexpr uint64_t kMaxResult = std::numeric_limits<uint32_t>::max();
 
-// Makes room for `size` bytes and a NUL behind them, and for half as many more: a damaged stream may deliver a thousand
-// times its length, and its pieces must not be copied each time.
+// Makes room for `size` bytes and a NUL behind them, and for half as many more: a damaged stream
+// may deliver a thousand times its length, and its pieces must not be copied each time.
 bool growOutputMemory(ZipControlBlock* block, uint64_t size) {
   if (size > kMaxResult) {
     return false;

@@ -272,8 +272,7 @@ TEST(FilterReader, ConditionsNestAsDeepAsThereAreHandlers) {
     return "<runIfQualification>\n" + begin + "<fieldID>1</fieldID>" + end +
            "</runIfQualification>";
   };
-  EXPECT_EQ(membersOfFilter(nested(125)).substr(0, 40),
-            "query{operation=3 notQualifier{operation");
+  EXPECT_EQ(membersOfFilter(nested(125)).substr(0, 40), "query{operation=3 notQualifier{operation");
   EXPECT_EQ(membersOfFilter(nested(126)), "2/8944 line: 3, column 631");
   EXPECT_EQ(membersOfFilter(nested(900)), "2/8944 line: 3, column 631");
 }
