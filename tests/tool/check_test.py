@@ -1,4 +1,6 @@
 """zqxml check."""
+import json
+
 import toolcase
 
 
@@ -34,6 +36,12 @@ class Check(toolcase.ToolCase):
                    error(path, 8, 67, "The date and time is not of the ISO form: yesterday", 8957) +
                    error(path, 8, 87, "The element is not allowed here: notify", 8941) +
                    error(path, 10, 8, "The element is not allowed here: page", 8941))
+
+    def test_a_value_that_looks_like_an_attribute_is_none(self):
+        path = self.file("a.xml", "<root><filter version=' colour=\"1\" ' colour='2>'><a/></filter></root>")
+        self.check(["check", path], 1, "",
+                   error(path, 1, 50, "The attribute is not allowed here: colour", 8942) +
+                   error(path, 1, 54, "The element is not allowed here: a", 8941))
 
     def test_a_fault_of_the_xml_is_the_last(self):
         path = self.file("a.xml", "<root>\n<filter><a/></filter>\n<filter>&none;</filter>\n<filter><b/></filter></root>")
@@ -73,6 +81,16 @@ class Check(toolcase.ToolCase):
                    stdin=b"<root><x/></root>")
         self.check(["check", str(self.folder / "none")], 4, "",
                    f"zqxml: {self.folder}/none: No such file or directory\n")
+
+    def test_the_bad_documents_are_placed(self):
+        folder = self.root / "tests/data/bad"
+        for bad in json.loads((folder / "expected.json").read_text()):
+            path = str(folder / bad["file"])
+            code, out, err = self.run_tool("check", path)
+            first = err.decode().split("\n")[0]
+            self.assertEqual((code, out), (1, b""), path)
+            self.assertTrue(first.startswith(f"{path}:{bad['line']}:{bad['column']}: error: "), first)
+            self.assertTrue(first.endswith(f" [{bad['number']}]"), first)
 
     def test_round_trip_of_the_examples_loses_nothing(self):
         for name in ("filters", "escalations", "assignments"):

@@ -165,19 +165,27 @@ void Markup::blank(size_t begin, size_t end) {
   document.replace(begin, end - begin, blanks);
 }
 
+// Walks the attributes, so that a value that looks like one doesn't count.
 bool Markup::blankAttribute(const Tag& tag, const std::string& name) {
-  size_t position = tag.begin;
-  while ((position = document.find(name, position)) < tag.end) {
-    const size_t equals = document.find_first_not_of(" \t\r\n", position + name.size());
-    const bool isWhole = std::string(" \t\r\n").find(document[position - 1]) != std::string::npos;
-    if (isWhole && equals < tag.end && document[equals] == '=') {
-      const size_t quote = document.find_first_of("\"'", equals);
-      const size_t close = document.find(document[quote], quote + 1);
-      blank(position, close + 1);
+  constexpr char kSpace[] = " \t\r\n";
+  size_t position = document.find_first_of(kSpace, tag.begin);
+  while (position < tag.end) {
+    const size_t begin = document.find_first_not_of(kSpace, position);
+    const size_t open = document.find_first_of("\"'", begin);
+    if (open >= tag.end) {
+      return false;
+    }
+    const size_t close = document.find(document[open], open + 1);
+    if (close >= tag.end) {
+      return false;
+    }
+    const size_t nameEnd = document.find_first_of(" \t\r\n=", begin);
+    if (document.compare(begin, nameEnd - begin, name) == 0) {
+      blank(begin, close + 1);
       findTags();
       return true;
     }
-    ++position;
+    position = close + 1;
   }
   return false;
 }
