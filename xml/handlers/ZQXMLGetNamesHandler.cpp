@@ -4,11 +4,12 @@
 #include <array>
 #include <cstdlib>
 #include <iterator>
+#include <type_traits>
 
 #include "xml/ZQXMLException.h"
 #include "xml/ZQXMLTagHash.h"
+#include "xml/heap.h"
 #include "zqxml/free.h"
-#include "zqxml/messages.h"
 #include "zqxml/multibyte.h"
 #include "zqxml/parser.h"
 
@@ -76,10 +77,7 @@ uint32_t kindOf(int objectTag) {
 
 template <typename List>
 void allocateItems(List* list, uint32_t count) {
-  list->items = static_cast<decltype(list->items)>(calloc(count, sizeof *list->items));
-  if (list->items == nullptr) {
-    throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
-  }
+  list->items = newRecords<std::remove_reference_t<decltype(*list->items)>>(count);
   list->numItems = count;
 }
 
@@ -177,10 +175,7 @@ void ZQXMLGetNamesHandler::AddNode() {
       objectKind == ZQXML_CONTAINER
           ? static_cast<int32_t>(GetEnumValue(ENUM_CONTAINER_TYPE, subTypeText, locator))
           : kNoSubType;
-  auto* node = static_cast<Node*>(calloc(1, sizeof(Node)));
-  if (node == nullptr) {
-    throw ZQXMLException(ZQ_MESSAGE_OUT_OF_MEMORY);
-  }
+  auto* node = newRecord<Node>();
   node->type = objectKind;
   mbstrncpy(node->name, objectName, kNameLimit);
   node->subType = subType;

@@ -138,16 +138,15 @@ void ZQXMLQualHandler::CleanReferences() {
 
 // Branches stay from "and" to "or"; any other change frees what the node has.
 void ZQXMLQualHandler::SetOperation(uint32_t operation) {
-  const bool keepsBranches = HasBranches() && (operation == kAnd || operation == kOr);
-  if (!keepsBranches) {
+  const bool isFork = operation == kAnd || operation == kOr;
+  if (!isFork || !HasBranches()) {
     releaseRecord(*target, FreeZQQualifierStruct);
-  }
-  target->operation = operation;
-  if (operation == kAnd || operation == kOr) {
-    TakeStrayBranches();
-  } else {
+    if (isFork) {
+      target->u.branches = std::exchange(stray, {});
+    }
     CleanReferences();
   }
+  target->operation = operation;
 }
 
 bool ZQXMLQualHandler::HasBranches() const {
@@ -163,15 +162,6 @@ ZQQualifierBranches& ZQXMLQualHandler::Branches() {
     refuseElement();
   }
   return stray;
-}
-
-void ZQXMLQualHandler::TakeStrayBranches() {
-  for (const auto branch : {&ZQQualifierBranches::left, &ZQQualifierBranches::right}) {
-    if (stray.*branch != nullptr) {
-      releaseBlock(target->u.branches.*branch, FreeZQQualifierStruct);
-      target->u.branches.*branch = std::exchange(stray.*branch, nullptr);
-    }
-  }
 }
 
 void ZQXMLQualHandler::GiveBranchTo(ZQQualifierStruct*& branch) {

@@ -35,7 +35,6 @@ class ZQXMLQualHandler : public ZQXMLBaseHandler, public ZQXMLHandlerUtils {
   void SetOperation(uint32_t operation);
   bool HasBranches() const;
   ZQQualifierBranches& Branches();
-  void TakeStrayBranches();
   void GiveBranchTo(ZQQualifierStruct*& branch);
 
   ZQQualifierStruct* target = nullptr;
