@@ -60,9 +60,13 @@ def main():
             verdict = "goal met" if better(row["goal"]) else "ok" if better(row["must"]) else "MISSED"
             missed += verdict == "MISSED"
             print(f"{row['work']:58} {ratio:7.3f} {row['must']:6.2f} {row['goal']:6.2f} {beside}  {verdict}")
-    for counter in sorted(programs.glob("*_allocations")):
-        if not families or counter.name.removesuffix("_allocations") in families:
-            print(subprocess.run([counter], check=True, capture_output=True, text=True).stdout, end="")
+    # Programs that print figures of their own.
+    for suffix in ("_allocations", "_shapes"):
+        for program in sorted(programs.glob("*" + suffix)):
+            if not families or program.name.removesuffix(suffix) in families or suffix[1:] in families:
+                own = subprocess.run([program], capture_output=True, text=True)
+                missed += own.returncode != 0
+                print(own.stdout, end="")
     sys.exit(1 if missed else 0)
 
 

@@ -1,6 +1,7 @@
 #include "xml/XMLReader.h"
 
 #include <strings.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <atomic>
@@ -28,19 +29,49 @@ std::atomic<unsigned> entityExpansionLimit{ZQXML_DEFAULT_ENTITY_EXPANSION_LIMIT}
 // UTF-8.
 class FileSource : public xercesc::InputSource {
  public:
-  FileSource(std::string name, ReaderMemory& memory) : InputSource(&memory), path(std::move(name)) {
+  FileSource(std::string name, ReaderMemory& memory, DocumentLimits& documentLimits)
+      : InputSource(&memory), path(std::move(name)), limits(documentLimits) {
     const std::u16string systemId = ZQXMLFromLocal(path.c_str());
     setSystemId(systemId.c_str());
   }
 
   xercesc::BinInputStream* makeStream() const override {
     auto stream = std::unique_ptr<xercesc::BinFileInputStream>(
-        new (getMemoryManager()) xercesc::BinFileInputStream(path.c_str(), getMemoryManager()));
+        new (getMemoryManager()) Stream(path.c_str(), getMemoryManager(), limits));
     return stream->getIsOpen() ? stream.release() : nullptr;
   }
 
  private:
+  // The size of what is no file of the disk shows while it is read.
+  class Stream : public xercesc::BinFileInputStream {
+   public:
+    Stream(const char* name, xercesc::MemoryManager* memory, DocumentLimits& documentLimits)
+        : BinFileInputStream(name, memory), limits(documentLimits) {
+      struct stat file;
+      if (stat(name, &file) == 0 && S_ISREG(file.st_mode)) {
+        known = static_cast<uint64_t>(file.st_size);
+        limits.addSize(known);
+      }
+    }
+
+    XMLSize_t readBytes(XMLByte* buffer, XMLSize_t most) override {
+      const XMLSize_t count = BinFileInputStream::readBytes(buffer, most);
+      offset += count;
+      if (offset > known) {
+        limits.addSize(offset - known);
+        known = offset;
+      }
+      return count;
+    }
+
+   private:
+    DocumentLimits& limits;
+    uint64_t known = 0;
+    uint64_t offset = 0;
+  };
+
   std::string path;
+  DocumentLimits& limits;
 };
 
 bool isAlpha(char c) {
@@ -127,6 +158,9 @@ void* ReaderMemory::allocate(XMLSize_t size) {
   if (size > SIZE_MAX - sizeof(Link)) {
     throw std::bad_alloc();
   }
+  if (limits != nullptr) {
+    limits->addParserBlock(size);
+  }
   auto* link = new (operator new(sizeof(Link) + size)) Link;
   link->previous = &blocks;
   link->next = blocks.next;
@@ -182,13 +216,15 @@ std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(xercesc::SecurityManager&
 }
 
 std::unique_ptr<xercesc::InputSource> openDocument(const ZQXMLInputDoc& document,
-                                                   ReaderMemory& memory) {
+                                                   ReaderMemory& memory, DocumentLimits& limits) {
   const char* text = document.doc != nullptr ? document.doc : "";
   if (document.docType != ZQXML_INPUT_MEMORY) {
-    return std::make_unique<FileSource>(pathOf(text), memory);
+    return std::make_unique<FileSource>(pathOf(text), memory, limits);
   }
+  const size_t size = strlen(text);
+  limits.addSize(size);
   auto source = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte*>(text),
-                                                             strlen(text), "", false, &memory);
+                                                             size, "", false, &memory);
   source->setCopyBufToStream(false);
   return source;
 }

@@ -9,6 +9,7 @@
 #include <xercesc/sax2/SAX2XMLReader.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 
+#include "xml/DocumentLimits.h"
 #include "zqxml/records.h"
 
 // The memory of one reader. The XML parser loses track of blocks when an allocation fails; they are
@@ -17,7 +18,8 @@
 // handled while this object lives.
 class ReaderMemory : public xercesc::MemoryManager {
  public:
-  ReaderMemory() = default;
+  // `limits` may be null.
+  explicit ReaderMemory(DocumentLimits* documentLimits = nullptr) : limits(documentLimits) {}
   ReaderMemory(const ReaderMemory&) = delete;
   ReaderMemory& operator=(const ReaderMemory&) = delete;
   ~ReaderMemory() override { releaseAll(); }
@@ -36,6 +38,7 @@ class ReaderMemory : public xercesc::MemoryManager {
     Link* next = this;
   };
 
+  DocumentLimits* limits;
   Link blocks;
 };
 
@@ -47,8 +50,8 @@ std::unique_ptr<xercesc::SAX2XMLReader> makeSAX2Reader(xercesc::SecurityManager&
 
 // The source of a document in memory or in a file; `kind` is ZQXML_INPUT_MEMORY or another. A name
 // is a local path or a "file:" address. Throws ZQXMLException 8940 for an address of any other
-// scheme or of another host.
+// scheme or of another host. `limits` gets to know the size.
 std::unique_ptr<xercesc::InputSource> openDocument(const ZQXMLInputDoc& document,
-                                                   ReaderMemory& memory);
+                                                   ReaderMemory& memory, DocumentLimits& limits);
 
 #endif

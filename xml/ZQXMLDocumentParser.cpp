@@ -30,8 +30,8 @@ bool isEscapedControl(XMLCh unit) {
 
 }  // namespace
 
-ZQXMLDocumentParser::ZQXMLDocumentParser()
-    : handlerInfo{&handlerStack, &objectsToParse, &locator, &elementName},
+ZQXMLDocumentParser::ZQXMLDocumentParser(DocumentLimits* limits)
+    : handlerInfo{&handlerStack, &objectsToParse, &locator, &elementName, limits},
       rootHandler(&handlerInfo),
       namesHandler(&handlerInfo) {}
 
@@ -121,6 +121,9 @@ void ZQXMLDocumentParser::startElement(const XMLCh*, const XMLCh*, const XMLCh* 
     if (openTags.size() >= ZQXML_MAX_ELEMENT_DEPTH) {
       throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
     }
+    if (handlerInfo.limits != nullptr) {
+      handlerInfo.limits->addAttributes(attributes, &locator);
+    }
     const int tag = tags.get(qualifiedName);
     openTags.push_back(tag);
     topHandler()->PreProcess(tag);
@@ -138,6 +141,9 @@ void ZQXMLDocumentParser::endElement(const XMLCh*, const XMLCh*, const XMLCh* qu
 }
 
 void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {
+  if (handlerInfo.limits != nullptr) {
+    dispatch(nullptr, [&] { handlerInfo.limits->addText(length, &locator); });
+  }
   // White space between elements is half of all text events.
   if (const ZQXMLBaseHandler* top = handlerStack.GetStackTop();
       top != nullptr && top->ignoresText()) {

@@ -16,6 +16,7 @@
 #include <vector>
 #include <xercesc/sax2/DefaultHandler.hpp>
 
+#include "xml/DocumentLimits.h"
 #include "xml/ZQXMLHandlerInfo.h"
 #include "xml/ZQXMLHandlerStack.h"
 #include "xml/ZQXMLHandlerUtils.h"
@@ -52,7 +53,8 @@ class TagCache {
 
 class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerUtils {
  public:
-  ZQXMLDocumentParser();
+  // `limits` hold for its documents and may be null.
+  explicit ZQXMLDocumentParser(DocumentLimits* limits = nullptr);
   ~ZQXMLDocumentParser() override;
 
   // The handlers point into this object.

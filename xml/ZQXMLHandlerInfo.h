@@ -8,6 +8,7 @@
 
 #include "zqxml/records.h"
 
+class DocumentLimits;
 class ZQXMLHandlerStack;
 
 struct ZQXMLHandlerInfo {
@@ -15,6 +16,8 @@ struct ZQXMLHandlerInfo {
   ZQStructItemList* const* objectSelection;
   const xercesc::Locator* const* locator;
   const XMLCh* const* elementName;
+  // Null for none.
+  DocumentLimits* limits = nullptr;
 };
 
 #endif

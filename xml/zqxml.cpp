@@ -32,7 +32,6 @@ int parseDocument(ZQXMLParserHandle* handle, const ZQXMLInputDoc* inputDoc, ZQSt
     case ZQXML_INPUT_FILE:
     case ZQXML_INPUT_LOCATION:
       result = guardedEntry(status, ZQ_MESSAGE_XML_PARSER, [&] {
-        pair->security.setEntityExpansionLimit(GetXMLEntityExpansionLimit());
         pair->parse(document);
         return pair->documentParser.lostSeverity();
       });

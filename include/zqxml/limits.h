@@ -15,6 +15,37 @@ ZQXML_BEGIN_DECLS
 /** Elements that can be open inside one another in any document; one more ends the parse with message 8944. */
 #define ZQXML_MAX_ELEMENT_DEPTH 1000
 
+/**
+ * Blocks of memory that the XML parser may take for one document, be they given back or not. It takes two to six for each
+ * name of an element, an attribute or an entity when it sees it first (and none when it comes again), so that this is
+ * enough for some 20,000 names. 16 more come for each reference that the limit of entities allows. One more ends the parse
+ * with message 8944.
+ */
+#define ZQXML_MAX_PARSER_BLOCKS 100000
+
+/**
+ * Bytes of memory that the XML parser may take for one document: so many, and so many for each byte of the document, and
+ * 256 KiB for each reference that the limit of entities allows. More end the parse with message 8944.
+ */
+#define ZQXML_PARSER_BYTES 67108864
+#define ZQXML_PARSER_BYTES_PER_BYTE 32 /**< for each byte of the document */
+
+/**
+ * 16-bit units of text that a document may amount to when its entities and the attributes that its document type provides
+ * stand in their places: so many, and so many for each byte of the document. An attribute counts as its value and 8. More
+ * end the parse with message 8944.
+ */
+#define ZQXML_CONTENT_UNITS 8388608
+#define ZQXML_CONTENT_UNITS_PER_BYTE 4 /**< for each byte of the document */
+
+/**
+ * Bytes of the records that stand for the objects of a document, sizeof(ZQXMLObjectList) each, without what they point to:
+ * so many, and so many for each byte of the document, which only objects without a name can exceed. More end the parse
+ * with message 8944.
+ */
+#define ZQXML_OBJECT_BYTES 16777216
+#define ZQXML_OBJECT_BYTES_PER_BYTE 50 /**< for each byte of the document */
+
 /** References to internal entities that a document may use, unless the host sets another limit. */
 #define ZQXML_DEFAULT_ENTITY_EXPANSION_LIMIT 64
 

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "xml/DocumentLimits.h"
 #include "xml/ZQXMLTagHash.h"
 #include "xml/heap.h"
 
@@ -64,6 +65,9 @@ void ZQXMLRootHandler::CleanReferences() {}
 // The node of an object that was dropped is used again.
 ZQXMLObjectList& ZQXMLRootHandler::GenNewObjectNode() {
   if (lastNode == nullptr || lastNode->objectType != 0) {
+    if (handlerInfo->limits != nullptr) {
+      handlerInfo->limits->addObject(sizeof(ZQXMLObjectList), locator);
+    }
     auto* node = newRecord<ZQXMLObjectList>();
     (lastNode != nullptr ? lastNode->next : *objectListHead) = node;
     lastNode = node;

@@ -1,0 +1,39 @@
+// What one document may cost. A few bytes of a document type can stand for gigabytes of text, and
+// many names can be chosen so that the XML parser takes long to tell them apart; the parser itself
+// limits nothing but the references to entities in content. So all that a document costs is held in
+// proportion to its size, and what exceeds that ends the parse.
+#ifndef ZQXML_XML_DOCUMENTLIMITS_H
+#define ZQXML_XML_DOCUMENTLIMITS_H
+
+#include <cstdint>
+#include <xercesc/sax/Locator.hpp>
+#include <xercesc/sax2/Attributes.hpp>
+
+class DocumentLimits {
+ public:
+  // The next document begins, with so many references to entities.
+  void begin(unsigned entityExpansions);
+
+  // So many bytes more of the document are known.
+  void addSize(uint64_t bytes) { size += bytes; }
+
+  // The XML parser takes a block of memory; blocks given back count too. Throws ZQXMLException
+  // 8944.
+  void addParserBlock(uint64_t bytes);
+
+  // Text and attributes are delivered, and memory is taken for an object. Throw ZQXMLException 8944
+  // with the place.
+  void addText(uint64_t units, const xercesc::Locator* const* locator);
+  void addAttributes(const xercesc::Attributes& attributes, const xercesc::Locator* const* locator);
+  void addObject(uint64_t bytes, const xercesc::Locator* const* locator);
+
+ private:
+  uint64_t size = 0;
+  uint64_t expansions = 0;
+  uint64_t parserBlocks = 0;
+  uint64_t parserBytes = 0;
+  uint64_t content = 0;
+  uint64_t objectBytes = 0;
+};
+
+#endif
