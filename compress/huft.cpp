@@ -211,7 +211,7 @@ int HuftBuild(ZipControlBlock* block, const unsigned* lengths, unsigned count, u
           return kNoMemory;
         }
       }
-      huft entry;
+      huft entry = {};
       if (next >= valueCount) {
         entry.extra = kHuftInvalid;
         entry.v.next = nullptr;

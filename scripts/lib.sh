@@ -29,7 +29,7 @@ need_clang() {
 
 need_for_tests() {
   need_for_build
-  need libgtest-dev libgmock-dev python3 pkg-config locales doxygen binutils file zlib1g-dev
+  need libgtest-dev libgmock-dev python3 pkg-config locales doxygen binutils file zlib1g-dev abigail-tools
 }
 
 # build PRESET: configures and builds.

@@ -42,8 +42,10 @@ void DocumentLimits::begin(unsigned entityExpansions) {
 void DocumentLimits::addParserBlock(uint64_t bytes) {
   ++parserBlocks;
   parserBytes += bytes;
-  expect(parserBlocks, ZQXML_MAX_PARSER_BLOCKS + kBlocksOfExpansion * expansions,
-         "blocks of memory");
+  expect(
+      parserBlocks,
+      ZQXML_PARSER_BLOCKS + ZQXML_PARSER_BLOCKS_PER_BYTE * size + kBlocksOfExpansion * expansions,
+      "blocks of memory");
   expect(parserBytes,
          ZQXML_PARSER_BYTES + ZQXML_PARSER_BYTES_PER_BYTE * size + kBytesOfExpansion * expansions,
          "bytes of memory");

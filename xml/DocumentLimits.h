@@ -1,7 +1,7 @@
 // What one document may cost. A few bytes of a document type can stand for gigabytes of text, and
-// many names can be chosen so that the XML parser takes long to tell them apart; the parser itself
-// limits nothing but the references to entities in content. So all that a document costs is held in
-// proportion to its size, and what exceeds that ends the parse.
+// the XML parser itself limits nothing but the references to entities in contents and attributes.
+// So all that a document brings about is held in proportion to its size, and what exceeds that ends
+// the parse.
 #ifndef ZQXML_XML_DOCUMENTLIMITS_H
 #define ZQXML_XML_DOCUMENTLIMITS_H
 

@@ -185,7 +185,7 @@ xercesc::MemoryManager* ReaderMemory::getExceptionMemoryManager() {
 
 void ReaderMemory::releaseAll() {
   while (blocks.next != &blocks) {
-    deallocate(blocks.next + 1);
+    ReaderMemory::deallocate(blocks.next + 1);
   }
 }
 

@@ -16,12 +16,11 @@ ZQXML_BEGIN_DECLS
 #define ZQXML_MAX_ELEMENT_DEPTH 1000
 
 /**
- * Blocks of memory that the XML parser may take for one document, be they given back or not. It takes two to six for each
- * name of an element, an attribute or an entity when it sees it first (and none when it comes again), so that this is
- * enough for some 20,000 names. 16 more come for each reference that the limit of entities allows. One more ends the parse
- * with message 8944.
+ * Blocks of memory that the XML parser may take for one document, be they given back or not: so many, and so many for each
+ * byte of the document, and 16 for each reference that the limit of entities allows. More end the parse with message 8944.
  */
-#define ZQXML_MAX_PARSER_BLOCKS 100000
+#define ZQXML_PARSER_BLOCKS 100000
+#define ZQXML_PARSER_BLOCKS_PER_BYTE 1 /**< for each byte of the document */
 
 /**
  * Bytes of memory that the XML parser may take for one document: so many, and so many for each byte of the document, and

@@ -16,7 +16,6 @@
 namespace {
 
 constexpr double kSeconds = 20;
-constexpr char kBlocks[] = "The XML parser needs more than 101024 blocks of memory";
 
 std::string repeated(const std::string& text, int count) {
   std::string result;
@@ -55,10 +54,12 @@ std::string failureOf(Call call) {
 
 TEST(DocumentLimits, BlocksOfTheParser) {
   for (const unsigned expansions : {0U, 1U, 64U, 100000U}) {
-    const uint64_t most = 100000 + 16ULL * expansions;
+    constexpr uint64_t kDocumentSize = 1000;
+    const uint64_t most = 100000 + kDocumentSize + 16ULL * expansions;
     DocumentLimits limits;
     for (int document = 0; document < 2; ++document) {
       limits.begin(expansions);
+      limits.addSize(kDocumentSize);
       for (uint64_t i = 0; i < most; ++i) {
         limits.addParserBlock(1);
       }
@@ -145,10 +146,7 @@ std::string defaultBomb() {
   return withType(declarations + "<!ATTLIST helpText a CDATA '&e30;'>", filter("<helpText/>"));
 }
 
-constexpr int kMany = 150000;
-
 std::vector<Costly> costlyDocuments() {
-  const std::string blocks = std::string("2 |  | 2/8944 ") + kBlocks;
   const std::string large = "<!ENTITY e '" + std::string(1'000'000, 'x') + "'>";
   const std::string bytes = "2 |  | 2/8944 The XML parser needs more than ";
   const auto bytesFor = [&](const std::string& document) {
@@ -174,9 +172,6 @@ std::vector<Costly> costlyDocuments() {
   const std::string providedPlace =
       place(2, 1 + std::string("<root>").size() + filter("").find("</filter>") +
                    providedElements * std::string("<helpText/>").size());
-  const std::string manyAttributes = filter("<helpText" + numbered(" a", "=''", kMany) + "/>");
-  const std::string manyNames = filter(numbered("<n", "/>", kMany));
-  const std::string manyEntities = withType(numbered("<!ENTITY e", " ''>", kMany), filter(""));
   return {
       {"parameter entities", parameterBomb(), bytesFor(parameterBomb()), bytesFor(parameterBomb())},
       {"entities in a provided value", defaultBomb(), bytesFor(defaultBomb()),
@@ -184,9 +179,6 @@ std::vector<Costly> costlyDocuments() {
       {"entities in an attribute", inAttribute, bytesFor(inAttribute), bytesFor(inAttribute)},
       {"entities in text", inText, textPlace, textPlace},
       {"provided attributes", provided, providedPlace, providedPlace},
-      {"many attributes", inRoot(manyAttributes), blocks, blocks},
-      {"many names", inRoot(manyNames), blocks, "2 |  | 2/8941 n0, line: 1, column 46"},
-      {"many entities", manyEntities, blocks, blocks},
   };
 }
 
@@ -196,6 +188,15 @@ INSTANTIATE_TEST_SUITE_P(All, CostlyDocuments, testing::ValuesIn(costlyDocuments
                            std::replace(name.begin(), name.end(), ' ', '_');
                            return name;
                          });
+
+TEST(LargeDocuments, ManyNamesPass) {
+  constexpr int kMany = 150000;
+  EXPECT_EQ(outcomeOf(inRoot(filter("<helpText" + numbered(" a", "=''", kMany) + "/>"))),
+            "0 | filter F | ");
+  EXPECT_EQ(outcomeOf(withType(numbered("<!ENTITY e", " ''>", kMany), filter(""))),
+            "0 | filter F | ");
+  EXPECT_EQ(list(inRoot(filter(numbered("<n", "/>", kMany)))).text(), "0 | filter F | ");
+}
 
 TEST(DocumentLimitsOfObjects, ObjectsWithoutANameAreRefusedBeyondSixteenMegabytes) {
   // 12,787 records fit into 16 MiB; each element lets in 50 bytes for each of its 9.
