@@ -38,8 +38,9 @@ std::string item(const std::string& source) {
 
 const std::string kAssignments =
     "<setFieldList>" + item(kText) +
-    item("<field><serverName>s</serverName><qualification><fieldID>3</fieldID></qualification>"
-         "<fieldID>1</fieldID></field>") +
+    item(
+        "<field><serverName>s</serverName><qualification><fieldID>3</fieldID></qualification>"
+        "<fieldID>1</fieldID></field>") +
     item("<process><command>c</command></process>") +
     item("<arithmetic><left>" + kText + "</left><operation>add</operation><right>" + kText +
          "</right></arithmetic>") +
@@ -69,8 +70,9 @@ std::string action(const std::string& content) {
 }
 
 const std::string kActions =
-    action("<message><messageType>note</messageType><messageNumber>1</messageNumber><messageText>t"
-           "</messageText></message>") +
+    action(
+        "<message><messageType>note</messageType><messageNumber>1</messageNumber><messageText>t"
+        "</messageText></message>") +
     action("<logToFile><fileName>f</fileName></logToFile>") +
     action("<runProcess><command>c</command></runProcess>") +
     action("<gotoGuide><label>L</label></gotoGuide>");

@@ -28,7 +28,8 @@ const ObjectKind& kindOf(uint32_t number) {
 }
 
 // A node on the heap with a full object.
-ZQXMLObjectList* newNode(const ObjectKind& kind, const char* name, ZQXMLObjectList* next = nullptr) {
+ZQXMLObjectList* newNode(const ObjectKind& kind, const char* name,
+                         ZQXMLObjectList* next = nullptr) {
   auto* node = static_cast<ZQXMLObjectList*>(calloc(1, sizeof(ZQXMLObjectList)));
   node->objectType = kind.number;
   node->next = next;
@@ -65,8 +66,7 @@ void get(Attempt& attempt, const ObjectKind& kind) {
   const std::string wanted = kind.dump(node->object);
   OwnedStatusList status;
   AnyObject out = emptyObject(kind, "N");
-  const int result =
-      attempt.call([&] { return kind.get(&stream, "N", out, whole, &status); });
+  const int result = attempt.call([&] { return kind.get(&stream, "N", out, whole, &status); });
   if (!attempt.failed()) {
     EXPECT_EQ(result, 0);
     EXPECT_EQ(kind.dump(out), wanted);
@@ -90,8 +90,7 @@ void getMissing(Attempt& attempt, const ObjectKind& kind) {
   OwnedStatusList status;
   AnyObject out = emptyObject(kind, "untouched");
   const std::vector<bool> whole(kind.outputs, true);
-  const int result =
-      attempt.call([&] { return kind.get(&stream, "M", out, whole, &status); });
+  const int result = attempt.call([&] { return kind.get(&stream, "M", out, whole, &status); });
   EXPECT_EQ(result, attempt.failed() ? 3 : 2);
   EXPECT_EQ(describe(status), attempt.failed() ? "" : "2/8945 M");
   EXPECT_EQ(kind.dump(out), kind.dump(emptyObject(kind, "untouched")));
@@ -197,11 +196,11 @@ void addFree(Scenarios& table, uint32_t number, const char* function) {
 
 void addObjectScenarios(Scenarios& table) {
   const std::map<uint32_t, const char*> kGetFunctions = {
-      {ZQXML_FORM, "GetSchemaFromXML"},       {ZQXML_FILTER, "GetFilterFromXML"},
-      {ZQXML_MENU, "GetMenuFromXML"},         {ZQXML_ACTIVE_LINK, "GetActiveLinkFromXML"},
-      {ZQXML_VUI, "GetVUIFromXML"},           {ZQXML_ESCALATION, "GetEscalationFromXML"},
-      {ZQXML_FIELD, "GetFieldFromXML"},       {ZQXML_DSO_MAPPING, "GetDSOMappingFromXML"},
-      {ZQXML_DSO_POOL, "GetDSOPoolFromXML"},  {ZQXML_CONTAINER, "GetContainerFromXML"},
+      {ZQXML_FORM, "GetSchemaFromXML"},      {ZQXML_FILTER, "GetFilterFromXML"},
+      {ZQXML_MENU, "GetMenuFromXML"},        {ZQXML_ACTIVE_LINK, "GetActiveLinkFromXML"},
+      {ZQXML_VUI, "GetVUIFromXML"},          {ZQXML_ESCALATION, "GetEscalationFromXML"},
+      {ZQXML_FIELD, "GetFieldFromXML"},      {ZQXML_DSO_MAPPING, "GetDSOMappingFromXML"},
+      {ZQXML_DSO_POOL, "GetDSOPoolFromXML"}, {ZQXML_CONTAINER, "GetContainerFromXML"},
   };
   for (const auto& [number, function] : kGetFunctions) {
     const ObjectKind& kind = kindOf(number);
@@ -218,8 +217,7 @@ void addObjectScenarios(Scenarios& table) {
   addFree<&Object::filter, FreeZQXMLFilter>(table, ZQXML_FILTER, "FreeZQXMLFilter");
   addFree<&Object::activeLink, FreeZQXMLActiveLink>(table, ZQXML_ACTIVE_LINK,
                                                     "FreeZQXMLActiveLink");
-  addFree<&Object::escalation, FreeZQXMLEscalation>(table, ZQXML_ESCALATION,
-                                                    "FreeZQXMLEscalation");
+  addFree<&Object::escalation, FreeZQXMLEscalation>(table, ZQXML_ESCALATION, "FreeZQXMLEscalation");
   addFree<&Object::container, FreeZQXMLContainer>(table, ZQXML_CONTAINER, "FreeZQXMLContainer");
   addFree<&Object::menu, FreeZQXMLMenu>(table, ZQXML_MENU, "FreeZQXMLMenu");
   addFree<&Object::vui, FreeZQXMLVUI>(table, ZQXML_VUI, "FreeZQXMLVUI");

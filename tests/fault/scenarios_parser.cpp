@@ -162,16 +162,15 @@ void addReading(Scenarios& table, const std::string& name, const std::string& fu
   const std::string full = function + " of " + name +
                            (kind == ZQXML_INPUT_MEMORY ? "" : " in a file") +
                            (fresh ? " by a new handle" : "");
-  table.push_back({full,
-                   {function, "FreeZQXMLParserHandleInternal"},
-                   [input, good, fresh](Attempt& attempt) {
-                     if (good->objects.empty() && good->status.empty()) {
-                       ParserHandle handle;
-                       Results results;
-                       *good = results.outcome(results.fill(&handle, *input));
-                     }
-                     read<Results>(attempt, *input, fresh, *good);
-                   }});
+  table.push_back(
+      {full, {function, "FreeZQXMLParserHandleInternal"}, [input, good, fresh](Attempt& attempt) {
+         if (good->objects.empty() && good->status.empty()) {
+           ParserHandle handle;
+           Results results;
+           *good = results.outcome(results.fill(&handle, *input));
+         }
+         read<Results>(attempt, *input, fresh, *good);
+       }});
 }
 
 void createHandle(Attempt& attempt) {
@@ -235,16 +234,12 @@ void addParserScenarios(Scenarios& table) {
   table.push_back({"CreateXMLParserHandle",
                    {"CreateXMLParserHandle", "FreeZQXMLParserHandleInternal"},
                    createHandle});
-  table.push_back({"CreateXMLParserHandle for no handle",
-                   {"CreateXMLParserHandle"},
-                   [](Attempt& attempt) {
-                     refuse(
-                         attempt,
-                         [](ZQStatusList* status) {
-                           return CreateXMLParserHandle(nullptr, status);
-                         },
-                         "2/8938 ");
-                   }});
+  table.push_back(
+      {"CreateXMLParserHandle for no handle", {"CreateXMLParserHandle"}, [](Attempt& attempt) {
+         refuse(
+             attempt, [](ZQStatusList* status) { return CreateXMLParserHandle(nullptr, status); },
+             "2/8938 ");
+       }});
   for (const bool parses : {false, true}) {
     const std::string function = parses ? "ParseXMLDocument" : "GetListXMLObjects";
     const auto call = [parses](ZQXMLParserHandle* handle, uint32_t kind, ZQStatusList* status) {
@@ -255,33 +250,32 @@ void addParserScenarios(Scenarios& table) {
     table.push_back({function + " by a freed handle", {function}, [call](Attempt& attempt) {
                        ZQXMLParserHandle freed = {};
                        refuse(
-                           attempt,
-                           [&](ZQStatusList* status) { return call(&freed, 1, status); },
+                           attempt, [&](ZQStatusList* status) { return call(&freed, 1, status); },
                            "2/8938 ");
                      }});
     table.push_back({function + " of an unknown kind", {function}, [call](Attempt& attempt) {
                        ParserHandle handle;
                        refuse(
-                           attempt,
-                           [&](ZQStatusList* status) { return call(&handle, 9, status); },
+                           attempt, [&](ZQStatusList* status) { return call(&handle, 9, status); },
                            "2/8952 9");
                      }});
   }
-  table.push_back({"Handles and documents",
-                   {"InitXMLParser", "GetXMLParserPosition", "GetZQXMLVersion",
-                    "GetXMLParserVersion", "GetXMLEntityExpansionLimit",
-                    "SetXMLEntityExpansionLimit", "FreeZQXMLInputDocInternal",
-                    "FreeZQXMLOutputDocInternal", "FreeZQXMLParserHandleInternal"},
-                   handles,
-                   Memory::NotNeeded});
+  table.push_back(
+      {"Handles and documents",
+       {"InitXMLParser", "GetXMLParserPosition", "GetZQXMLVersion", "GetXMLParserVersion",
+        "GetXMLEntityExpansionLimit", "SetXMLEntityExpansionLimit", "FreeZQXMLInputDocInternal",
+        "FreeZQXMLOutputDocInternal", "FreeZQXMLParserHandleInternal"},
+       handles,
+       Memory::NotNeeded});
 
   const std::vector<Document> kListed = {
       {"all kinds", documentOfAllKinds()},
       {"entities",
        "<!DOCTYPE root [<!ENTITY e 'x'><!ELEMENT root ANY><!ATTLIST root a CDATA 'x'>]>"
        "<root><form><formName>&e;</formName></form></root>"},
-      {"a long name", "<root><form><formName>" + std::string(3000, 'n') + "</formName></form>"
-                      "</root>"},
+      {"a long name", "<root><form><formName>" + std::string(3000, 'n') +
+                          "</formName></form>"
+                          "</root>"},
       {"a document that ends early", "<root><form><formName>A</formName></form>"},
       {"a container without a name", "<root><container/></root>"},
       {"nothing", ""},
@@ -296,14 +290,17 @@ void addParserScenarios(Scenarios& table) {
   const std::vector<Document> kParsed = {
       {"a filter", documentOfAFilter()},
       {"an escalation", documentOfAnEscalation()},
-      {"two filters", "<root><filter><filterName>A</filterName></filter><filter><filterName>B"
-                      "</filterName></filter></root>"},
+      {"two filters",
+       "<root><filter><filterName>A</filterName></filter><filter><filterName>B"
+       "</filterName></filter></root>"},
       {"no objects", "<root/>"},
       {"an unknown element", "<root><filter><filterName>A</filterName><bogus/></filter></root>"},
-      {"a wrong word", "<root><filter><filterName>A</filterName><enabled>maybe</enabled></filter>"
-                       "</root>"},
-      {"a wrong time", "<root><filter><filterName>A</filterName><modifiedDate>yesterday"
-                       "</modifiedDate></filter></root>"},
+      {"a wrong word",
+       "<root><filter><filterName>A</filterName><enabled>maybe</enabled></filter>"
+       "</root>"},
+      {"a wrong time",
+       "<root><filter><filterName>A</filterName><modifiedDate>yesterday"
+       "</modifiedDate></filter></root>"},
       {"a document that ends early", "<root><filter><filterName>A</filterName>"},
   };
   for (const Document& document : kParsed) {
@@ -316,10 +313,9 @@ void addParserScenarios(Scenarios& table) {
       }
     }
   }
-  for (const char* name :
-       {"activelinks.xml", "assignments.xml", "containers.xml", "dso.xml", "escalations.xml",
-        "fields.xml", "filters.xml", "form-ticket.xml", "forms.xml", "helpdesk.xml", "menus.xml",
-        "views.xml"}) {
+  for (const char* name : {"activelinks.xml", "assignments.xml", "containers.xml", "dso.xml",
+                           "escalations.xml", "fields.xml", "filters.xml", "form-ticket.xml",
+                           "forms.xml", "helpdesk.xml", "menus.xml", "views.xml"}) {
     addReading<Lists>(table, name, "GetListXMLObjects", ZQXML_INPUT_MEMORY, exampleDocument(name),
                       true);
   }

@@ -69,14 +69,12 @@ void addStatusScenarios(Scenarios& table) {
                          [](ZQStatusList* list) { return ZQAddErrorMessage(list, 1, 8941, "x"); },
                          "1/8941 x");
                    }});
-  table.push_back({"ZQAddErrorMessage without a detail",
-                   {"ZQAddErrorMessage"},
-                   [](Attempt& attempt) {
-                     addRecord(
-                         attempt,
-                         [](ZQStatusList* list) { return ZQAddErrorMessage(list, 1, 0, nullptr); },
-                         "1/0 <null>");
-                   }});
+  table.push_back(
+      {"ZQAddErrorMessage without a detail", {"ZQAddErrorMessage"}, [](Attempt& attempt) {
+         addRecord(
+             attempt, [](ZQStatusList* list) { return ZQAddErrorMessage(list, 1, 0, nullptr); },
+             "1/0 <null>");
+       }});
   table.push_back({"ZQAddErrorMessageId", {"ZQAddErrorMessageId"}, [](Attempt& attempt) {
                      addRecord(
                          attempt,
