@@ -74,7 +74,7 @@ Scenarios allScenarios() {
   fault::addParserScenarios(table);
   fault::addObjectScenarios(table);
   fault::addDefinitionScenarios(table);
-  // fault::addBuilderScenarios(table);
+  fault::addBuilderScenarios(table);
   // fault::addCompressScenarios(table);
   // fault::addTextScenarios(table);
   // fault::addStreamScenarios(table);
