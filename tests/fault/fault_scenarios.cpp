@@ -75,7 +75,7 @@ Scenarios allScenarios() {
   fault::addObjectScenarios(table);
   fault::addDefinitionScenarios(table);
   fault::addBuilderScenarios(table);
-  // fault::addCompressScenarios(table);
+  fault::addCompressScenarios(table);
   // fault::addTextScenarios(table);
   // fault::addStreamScenarios(table);
   // fault::addPlainScenarios(table);
