@@ -76,7 +76,7 @@ Scenarios allScenarios() {
   fault::addDefinitionScenarios(table);
   fault::addBuilderScenarios(table);
   fault::addCompressScenarios(table);
-  // fault::addTextScenarios(table);
+  fault::addTextScenarios(table);
   // fault::addStreamScenarios(table);
   // fault::addPlainScenarios(table);
   return table;
