@@ -77,8 +77,8 @@ Scenarios allScenarios() {
   fault::addBuilderScenarios(table);
   fault::addCompressScenarios(table);
   fault::addTextScenarios(table);
-  // fault::addStreamScenarios(table);
-  // fault::addPlainScenarios(table);
+  fault::addStreamScenarios(table);
+  fault::addPlainScenarios(table);
   return table;
 }
 

@@ -106,9 +106,7 @@ void line(Attempt& attempt, int kind, const std::string& text, const std::string
   const NativeCodeSet native(kEuc);
   Stream stream(text);
   char buffer[128];
-  const auto call = [&] {
-    return getLine(buffer, sizeof buffer, stream, kShiftJis, kind, kEuc);
-  };
+  const auto call = [&] { return getLine(buffer, sizeof buffer, stream, kShiftJis, kind, kEuc); };
   const char* result = attempt.call(call);
   EXPECT_EQ(result, attempt.failed() ? nullptr : buffer);
   if (attempt.failed()) {
@@ -286,8 +284,7 @@ constexpr DateCall kDateCalls[] = {
     {"StripLeadWeekday",
      [] {
        char* rest = nullptr;
-       return StripLeadWeekday("Monday, 5", &rest) == 1 ? Shown::of("%s", rest)
-                                                        : Shown::of("none");
+       return StripLeadWeekday("Monday, 5", &rest) == 1 ? Shown::of("%s", rest) : Shown::of("none");
      },
      "5", "none"},
     {"ParseDateTime",
