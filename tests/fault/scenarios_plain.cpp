@@ -20,7 +20,6 @@ namespace {
 
 constexpr int kEuc = 4;
 constexpr int kShiftJis = 5;
-constexpr int kBig5 = 9;
 
 // The native code set while it lives.
 class NativeCodeSet {
