@@ -150,10 +150,17 @@ ssize_t readFile(void* cookie, char* buffer, size_t size) {
   return __wrap_read(descriptorOf(cookie), buffer, size);
 }
 
-// What counts as a failure here is 0.
+// As the C library does it: what a short write leaves is written too. A failure is fewer bytes.
 ssize_t writeFile(void* cookie, const char* buffer, size_t size) {
-  const ssize_t written = __wrap_write(descriptorOf(cookie), buffer, size);
-  return written < 0 ? 0 : written;
+  size_t done = 0;
+  while (done < size) {
+    const ssize_t written = __wrap_write(descriptorOf(cookie), buffer + done, size - done);
+    if (written < 0) {
+      break;
+    }
+    done += static_cast<size_t>(written);
+  }
+  return static_cast<ssize_t>(done);
 }
 
 int seekFile(void* cookie, off64_t* offset, int whence) {

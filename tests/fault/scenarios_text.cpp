@@ -204,6 +204,7 @@ void setEncoding(Attempt& attempt) {
 struct Shown {
   char text[80] = "";
 
+  static Shown of(const char* whole) { return of("%s", whole); }
   template <typename... Values>
   static Shown of(const char* format, Values... values) {
     Shown shown;
