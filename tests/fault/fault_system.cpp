@@ -225,8 +225,8 @@ int main(int argc, char** argv) {
   fault::SystemScenarios table;
   fault::addSystemStreamScenarios(table);
   fault::addSystemTextScenarios(table);
-  // fault::addSystemDataScenarios(table);
-  // fault::addSystemDocumentScenarios(table);
+  fault::addSystemDataScenarios(table);
+  fault::addSystemDocumentScenarios(table);
   testing::RegisterTest("Exports", "HaveAScenario", nullptr, nullptr, __FILE__, __LINE__,
                         [&table]() -> testing::Test* { return new CoverageTest(table); });
   for (const SystemScenario& scenario : table) {

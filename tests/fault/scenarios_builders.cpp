@@ -408,7 +408,7 @@ void addBuilderScenarios(Scenarios& table) {
       "replace", "operator=", [](ZQGNString& text) { text = kLonger.c_str(); }, kLonger);
   add(
       "in one piece", "operator char*",
-      [](ZQGNString& text) { [[maybe_unused]] const char* whole = text; }, whole);
+      [](ZQGNString& text) { [[maybe_unused]] const char* piece = text; }, whole);
   table.push_back({"ZQGNString detach", {"ZQGNString::DetachStrReference"}, detach});
   table.push_back({"ZQGNString copy", {"ZQGNString::ZQGNString"}, [](Attempt& attempt) {
                      copyText(attempt, false);
