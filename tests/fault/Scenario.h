@@ -55,6 +55,9 @@ class Attempt {
 // Whether a scenario's calls allocate.
 enum class Memory { Needed, NotNeeded };
 
+// Whether each allocation of a call fails in turn, or some, evenly spread, since there are so many.
+enum class Failures { Each, Some };
+
 // A scenario prepares what its call needs, makes the call, compares what came of it with what it
 // should be, with the failure and without, makes sure that all that took part in the call still
 // works, and gives everything back.
@@ -63,6 +66,7 @@ struct Scenario {
   std::vector<std::string> functions;  // the exported names that it tries
   std::function<void(Attempt&)> run;
   Memory memory = Memory::Needed;
+  Failures failures = Failures::Each;
 };
 
 using Scenarios = std::vector<Scenario>;

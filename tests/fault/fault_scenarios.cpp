@@ -19,13 +19,14 @@
 namespace {
 
 using fault::FailingAllocations;
+using fault::Failures;
 using fault::Memory;
 using fault::Mode;
 using fault::Scenario;
 using fault::Scenarios;
 
-// A call that allocates more often than this has only some of its allocations fail, evenly spread.
-constexpr long kMostFailures = 200;
+// Of the allocations of a large document about so many fail.
+constexpr long kSomeFailures = 100;
 
 class AllocationAttempt : public fault::Attempt {
  public:
@@ -96,7 +97,8 @@ class AllocationTest : public testing::Test {
       ++figures.wrong;
       return;
     }
-    const long step = 1 + second.allocations() / kMostFailures;
+    const long step =
+        scenario.failures == Failures::Each ? 1 : 1 + second.allocations() / kSomeFailures;
     long injected = 0;
     for (const Mode mode : {Mode::Once, Mode::FromThere}) {
       for (long index = 0; attempt(index, mode); index += step) {

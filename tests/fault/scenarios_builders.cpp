@@ -52,11 +52,11 @@ std::string printed(const DOMTree& tree) {
 }
 
 // Whether the failures of bytes that can't be encoded are dropped by contract.
-enum class Failures { Told, Dropped };
+enum class Encoding { Told, Dropped };
 
 // Builds beneath the root of a tree; behind a failure the tree is as good as any other, and the
 // same record builds in a new one.
-void buildNodes(Attempt& attempt, const Build& build, Failures failures) {
+void buildNodes(Attempt& attempt, const Build& build, Encoding encoding) {
   std::string whole;
   {
     const DOMTree tree;
@@ -74,7 +74,7 @@ void buildNodes(Attempt& attempt, const Build& build, Failures failures) {
     EXPECT_EQ(result, 300);
     EXPECT_LE(text.size(), whole.size());
   } else {
-    EXPECT_EQ(failures, Failures::Dropped);
+    EXPECT_EQ(encoding, Encoding::Dropped);
     EXPECT_LT(text.size(), whole.size());
   }
 }
@@ -112,7 +112,7 @@ bool allocates(BuildRecord<Record> build, uint32_t seed) {
 // A few records of a kind, with elements enough to allocate.
 template <typename Record>
 void addBuilder(Scenarios& table, const std::string& function, BuildRecord<Record> build,
-                Failures failures = Failures::Told) {
+                Encoding encoding = Encoding::Told) {
   int records = 3;
   for (uint32_t seed = 1; records > 0; ++seed) {
     if (!allocates(build, seed)) {
@@ -121,22 +121,22 @@ void addBuilder(Scenarios& table, const std::string& function, BuildRecord<Recor
     --records;
     table.push_back({function + " of record " + std::to_string(seed),
                      {function},
-                     [build, failures, seed](Attempt& attempt) {
+                     [build, encoding, seed](Attempt& attempt) {
                        const Tree<Record> tree(seed);
                        buildNodes(
                            attempt,
                            [&](DOMDocument* document, DOMElement* parent) {
                              return build(document, parent, &tree.record);
                            },
-                           failures);
+                           encoding);
                      }});
   }
 }
 
 void addBuilder(Scenarios& table, const std::string& function, const Build& build,
-                Failures failures = Failures::Told) {
-  table.push_back({function, {function}, [build, failures](Attempt& attempt) {
-                     buildNodes(attempt, build, failures);
+                Encoding encoding = Encoding::Told) {
+  table.push_back({function, {function}, [build, encoding](Attempt& attempt) {
+                     buildNodes(attempt, build, encoding);
                    }});
 }
 
@@ -217,7 +217,7 @@ void addBuilders(Scenarios& table) {
                          [&](DOMDocument* document, DOMElement* parent) {
                            return CreateCOMValueNode(document, parent, &value);
                          },
-                         Failures::Dropped);
+                         Encoding::Dropped);
                    }});
   table.push_back(
       {"CreateAssignmentNode of bytes deep in it", {"CreateAssignmentNode"}, [](Attempt& attempt) {
@@ -234,7 +234,7 @@ void addBuilders(Scenarios& table) {
              [&](DOMDocument* document, DOMElement* parent) {
                return CreateAssignmentNode(document, parent, &assignment);
              },
-             Failures::Dropped);
+             Encoding::Dropped);
        }});
   addBuilder(table, "CreateNoMatchOptionTextNode", [](DOMDocument* document, DOMElement* parent) {
     return CreateNoMatchOptionTextNode(document, parent, 1);

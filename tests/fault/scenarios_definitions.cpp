@@ -4,14 +4,13 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "fault/Documents.h"
 #include "fault/Scenario.h"
+#include "fault/Support.h"
 #include "records/StatusLists.h"
 #include "xml/Listing.h"
 #include "xml/handlers/WorkflowDocument.h"
@@ -41,12 +40,6 @@ class Parsed {
  private:
   ZQXMLParsedStream stream = {};
 };
-
-std::string contentOf(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
 
 // Writes to a document of a kind; the calls get it, and the status list.
 using Write = std::function<int(ZQXMLOutputDoc*, ZQStatusList*)>;

@@ -11,6 +11,7 @@
 
 #include "compress/inputs.h"
 #include "fault/Scenario.h"
+#include "fault/Support.h"
 #include "zqxml/compress_inner.h"
 #include "zqxml/zqxml.h"
 
@@ -20,18 +21,6 @@ namespace {
 
 constexpr int kEuc = 4;
 constexpr int kShiftJis = 5;
-
-// The native code set while it lives.
-class NativeCodeSet {
- public:
-  explicit NativeCodeSet(int codeSet) : old(InitMbutilExt(codeSet)) {}
-  NativeCodeSet(const NativeCodeSet&) = delete;
-  NativeCodeSet& operator=(const NativeCodeSet&) = delete;
-  ~NativeCodeSet() { InitMbutilExt(old); }
-
- private:
-  int old;
-};
 
 // Notes where the first thing went wrong, without memory.
 class Calls {

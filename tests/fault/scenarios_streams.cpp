@@ -6,31 +6,18 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "fault/FailingAllocations.h"
 #include "fault/Scenario.h"
-#include "xml/Listing.h"
+#include "fault/Support.h"
 #include "zqxml/builders.hpp"
 #include "zqxml/zqxml.h"
 
 namespace fault {
 
 namespace {
-
-const TestFolder& folder() {
-  static const TestFolder made;
-  return made;
-}
-
-std::string contentOf(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
 
 // Takes all records that are kept. The record that makes the next stream allocate is kept for good
 // when that stream is closed.

@@ -7,13 +7,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <fstream>
 #include <functional>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "fault/Scenario.h"
+#include "fault/Support.h"
 #include "text/datetime_state.h"
 #include "xml/Listing.h"
 #include "zqxml/zqxml.h"
@@ -28,18 +27,6 @@ constexpr int kShiftJis = 5;
 // A character in two code sets.
 const std::string kInEuc = "\xA5\xBD";
 const std::string kInShiftJis = "\x83\x5C";
-
-// The native code set while it lives.
-class NativeCodeSet {
- public:
-  explicit NativeCodeSet(int codeSet) : old(InitMbutilExt(codeSet)) {}
-  NativeCodeSet(const NativeCodeSet&) = delete;
-  NativeCodeSet& operator=(const NativeCodeSet&) = delete;
-  ~NativeCodeSet() { InitMbutilExt(old); }
-
- private:
-  int old;
-};
 
 // A stream over a text that belongs to the C library alone.
 class Stream {
@@ -150,17 +137,10 @@ void addUp(Attempt& attempt) {
   EXPECT_EQ(sum, attempt.failed() ? -1 : 'a' + 'b' + 'c');
 }
 
-std::string contentOf(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
 void convertFile(Attempt& attempt, bool appends) {
   const NativeCodeSet native(kEuc);
-  static const TestFolder folder;
-  static const std::string source = folder.write("source", "a" + kInShiftJis + "\n");
-  const std::string target = folder.write("target", "old");
+  static const std::string source = folder().write("source", "a" + kInShiftJis + "\n");
+  const std::string target = folder().write("target", "old");
   const auto call = [&](bool continues) {
     return mbconvertfile2native_ex(source.c_str(), target.c_str(), continues ? 1 : 0, kShiftJis);
   };

@@ -6,13 +6,12 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <fstream>
 #include <functional>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "fault/Documents.h"
+#include "fault/Support.h"
 #include "fault/SystemScenario.h"
 #include "records/StatusLists.h"
 #include "xml/Listing.h"
@@ -25,17 +24,6 @@ namespace fault {
 namespace {
 
 using faulty::Call;
-
-const TestFolder& folder() {
-  static const TestFolder made;
-  return made;
-}
-
-std::string contentOf(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
 
 // How many objects a reading gave, and its result.
 struct Outcome {

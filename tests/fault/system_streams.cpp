@@ -5,13 +5,11 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <string>
 
+#include "fault/Support.h"
 #include "fault/SystemScenario.h"
-#include "xml/Listing.h"
 #include "zqxml/zqxml.h"
 
 namespace fault {
@@ -19,17 +17,6 @@ namespace fault {
 namespace {
 
 using faulty::Call;
-
-const TestFolder& folder() {
-  static const TestFolder made;
-  return made;
-}
-
-std::string contentOf(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
 
 // More than two buffers, in lines.
 const std::string& longText() {

@@ -5,14 +5,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <string>
 
+#include "fault/Support.h"
 #include "fault/SystemScenario.h"
 #include "records/StatusLists.h"
-#include "xml/Listing.h"
 #include "zqxml/zqxml.h"
 
 namespace fault {
@@ -23,28 +21,6 @@ using faulty::Call;
 
 constexpr int kEuc = 4;
 constexpr int kShiftJis = 5;
-
-const TestFolder& folder() {
-  static const TestFolder made;
-  return made;
-}
-
-std::string contentOf(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-class NativeCodeSet {
- public:
-  explicit NativeCodeSet(int codeSet) : old(InitMbutilExt(codeSet)) {}
-  NativeCodeSet(const NativeCodeSet&) = delete;
-  NativeCodeSet& operator=(const NativeCodeSet&) = delete;
-  ~NativeCodeSet() { InitMbutilExt(old); }
-
- private:
-  int old;
-};
 
 // So many characters, with line ends among them.
 std::string textOf(const std::string& character, size_t count) {
