@@ -91,7 +91,12 @@ bool convertFile(FILE* source, FILE* target, int codeSet) {
   if (block == nullptr || converted == nullptr) {
     return false;
   }
-  while (mbfreadstringtype(block.get(), kFileBlock, source, codeSet) > 0) {
+  for (int got; (got = mbfreadstringtype(block.get(), kFileBlock, source, codeSet)) > 0;) {
+    // A source that can't take the half of a character back: both halves would be converted
+    // wrongly.
+    if (got == kFileBlock && wholeCharacters(block.get(), got, codeSet) < got) {
+      return false;
+    }
     convertStrExt(block.get(), codeSet, converted.get(), nativeCodeSet);
     const size_t length = strlen(converted.get());
     if (fwrite(converted.get(), 1, length, target) != length) {

@@ -279,7 +279,8 @@ ZQXML_API int mbfreadstringtype(char *buffer, int count, FILE *stream, int codeS
  * @param target  name of the file to write
  * @param append  0 writes the target anew, otherwise it is continued
  * @param codeSet code set of the source. IsConversionSupport() tells from which ones a file can be converted
- * @return 1, or 0: no such conversion (then no file is opened), a failure, or no memory
+ * @return 1, or 0: no such conversion (then no file is opened), a failure, no memory, or a character across two blocks of
+ *         a source that can't seek
  */
 ZQXML_API int mbconvertfile2native_ex(const char *source, const char *target, int append, int codeSet);
 

@@ -57,8 +57,13 @@ enum ZQXMLObjectKind {
  * Sets up the XML platform for the process. Only the first call does anything; several threads may make it at once.
  * The other functions here make it by themselves when it was left out.
  *
+ * Should memory run out in the middle of it, the platform can't be used in this process any more: all further calls give
+ * 8938. Where it is short from the start on, the call fails with 300 and can be made again. Where the XML parser would
+ * end the process because it sees no way on (its panic handler), the call fails with 8938 instead, unless the program has
+ * started the platform before.
+ *
  * @param status receives a record on failure; may be null
- * @return 0, or 2 with message 8938 and the platform's own text
+ * @return 0, or 2 with message 8938 and the platform's own text, or 300
  */
 ZQXML_API int InitXMLParser(ZQStatusList *status);
 

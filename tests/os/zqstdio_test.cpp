@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "fault/FailingAllocations.h"
-#include "os/FaultySystem.h"
+#include "fault/FaultySystem.h"
 #include "zqxml/zqxml.h"
 
 namespace {
