@@ -2,13 +2,11 @@
 // The first byte chooses the native code set, the rest is the document. With half of the inputs an
 // allocation fails.
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <iterator>
 #include <string>
 
 #include "fuzz/Documents.h"
+#include "fuzz/File.h"
 
 namespace {
 
@@ -17,26 +15,7 @@ using fuzz::Text;
 
 constexpr int kCodeSets[] = {0, 4, 5, 9, 10, 13, 14, 17, 3, 65, 64, 1};
 
-// A file that is never on a disk, and its name.
-class File {
- public:
-  File() : fd(memfd_create("document", MFD_CLOEXEC)) {
-    name = "/proc/self/fd/" + std::to_string(fd);
-  }
-
-  char* holding(const void* bytes, size_t size) {
-    require(ftruncate(fd, 0) == 0 && pwrite(fd, bytes, size, 0) == static_cast<ssize_t>(size),
-            "the file can be written");
-    return name.data();
-  }
-  const std::string& path() const { return name; }
-
- private:
-  int fd;
-  std::string name;
-};
-
-File gFile;
+const fuzz::File gFile;
 
 // The result of a call, and all that it gives out as a text.
 struct Listing {
@@ -56,8 +35,8 @@ void requireSame(const Listing& one, const Listing& other, const char* what) {
 }
 
 template <typename Arm>
-Listing list(uint32_t kind, char* doc, Arm arm) {
-  const ZQXMLInputDoc document = {kind, doc};
+Listing list(uint32_t kind, const char* doc, Arm arm) {
+  const ZQXMLInputDoc document = {kind, const_cast<char*>(doc)};
   ZQUnsignedIntList types;
   ZQNameList names;
   ZQUnsignedIntList subTypes;
@@ -95,7 +74,7 @@ Listing list(uint32_t kind, char* doc, Arm arm) {
   return listing;
 }
 
-Listing list(uint32_t kind, char* doc) {
+Listing list(uint32_t kind, const char* doc) {
   return list(kind, doc, fuzz::unarmed);
 }
 
@@ -106,7 +85,8 @@ void checkGoodDocument() {
 }
 
 void checkFile(const Text& text, const Listing& expected) {
-  const Listing listing = list(ZQXML_INPUT_FILE, gFile.holding(text.get(), text.length()));
+  gFile.store(text.get(), text.length());
+  const Listing listing = list(ZQXML_INPUT_FILE, gFile.path().c_str());
   require(listing.result == expected.result, "a file lists as the text in it");
   // A text of the XML parser may tell the name of the document, which a text in memory has not.
   if (listing.text.find(gFile.path()) == std::string::npos) {
@@ -141,7 +121,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       break;
     case 4:
       // With the zero bytes that a text in memory can't have.
-      list(ZQXML_INPUT_LOCATION, gFile.holding(input.data(), input.size()));
+      gFile.store(input.data(), input.size());
+      list(ZQXML_INPUT_LOCATION, gFile.path().c_str());
       break;
     case 5:
       checkGoodDocument();
