@@ -15,6 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace fuzz {
 
+// What a target does with an input.
+void run(const uint8_t* data, size_t size);
+
 inline void require(bool holds, const char* what) {
   if (!holds) {
     fprintf(stderr, "Not so: %s\n", what);

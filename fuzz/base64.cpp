@@ -139,7 +139,7 @@ void encodeLine(const std::string& bytes, const std::string& lineEnd) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   const uint32_t digest = fuzz::digestOf(data, size);
   fuzz::Input input(data, size);
   const int choice = input.below(3);
@@ -164,5 +164,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const size_t length = std::min<size_t>(bytes.size(), digest % 64);
     encodeLine(bytes.substr(0, length), bytes.substr(length));
   }
-  return 0;
 }

@@ -68,9 +68,9 @@ void checkFailure(unsigned level, const Bytes& data, long index) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   if (size < 2) {
-    return 0;
+    return;
   }
   const unsigned level = 1 + data[0] % 9;
   const unsigned variant = data[1];
@@ -86,5 +86,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } else {
     check(level, input, variant < 32);
   }
-  return 0;
 }

@@ -151,7 +151,7 @@ void detect(const fuzz::Input& input) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   fuzz::Input input(data, size);
   const int choice = input.below(static_cast<int>(kPlainConverterCount) + 5);
   const int codeSet = kMultiByteCodeSets[input.below(std::size(kMultiByteCodeSets))];
@@ -176,5 +176,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     default:
       compare(kPlainConverters[choice], text);
   }
-  return 0;
 }

@@ -130,7 +130,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   return 0;
 }
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
+void fuzz::run(const uint8_t* bytes, size_t count) {
   Input input(bytes, count);
   const int choice = input.byte();
   switch (choice >> 3 & 7) {
@@ -146,5 +146,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
     default:
       parse(choice, input);
   }
-  return 0;
 }

@@ -73,9 +73,9 @@ void checkFailure(const Bytes& container, long index) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   if (size == 0) {
-    return 0;
+    return;
   }
   const Bytes input(data + 1, data + size);
   constexpr unsigned kContainer = 0;
@@ -94,5 +94,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     default:
       checkStream(input);
   }
-  return 0;
 }

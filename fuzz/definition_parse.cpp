@@ -58,7 +58,7 @@ void checkObjects(const Parsed& parsed) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   fuzz::beginRun();
   const uint32_t digest = fuzz::digestOf(data, size);
   const Text text(reinterpret_cast<const char*>(data), size);
@@ -96,5 +96,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       });
     }
   }
-  return 0;
 }

@@ -120,7 +120,7 @@ void checkWriting(const ZQXMLObjectList& node, uint32_t digest) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   fuzz::beginRun();
   Parsed parsed;
   parsed.parse(Text(reinterpret_cast<const char*>(data), size));
@@ -128,5 +128,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (const ZQXMLObjectList* node = parsed.stream.objectList; node != nullptr; node = node->next) {
     checkWriting(*node, digest);
   }
-  return 0;
 }

@@ -410,7 +410,7 @@ constexpr void (*kComparisons[])(const Case&) = {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   const uint32_t digest = fuzz::digestOf(data, size);
   fuzz::Input input(data, size);
   const auto compare = kComparisons[input.below(std::size(kComparisons))];
@@ -422,5 +422,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const Text two = input.text();
   InitMbutilExt(codeSet);
   compare({codeSet, other, count, byte, one, two, digest});
-  return 0;
 }

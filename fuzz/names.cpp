@@ -96,7 +96,7 @@ void checkFile(const Text& text, const Listing& expected) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   fuzz::beginRun();
   fuzz::Input input(data, size);
   InitMbutilExt(kCodeSets[input.below(std::size(kCodeSets))]);
@@ -130,5 +130,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     default:
       break;
   }
-  return 0;
 }

@@ -131,7 +131,7 @@ struct Lines {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   const uint32_t digest = fuzz::digestOf(data, size);
   fuzz::Input input(data, size);
   const int choice = input.below(5);
@@ -140,7 +140,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const int other = kCodeSets[input.below(std::size(kCodeSets))];
   const int width = input.byte();
   if (input.atEnd()) {
-    return 0;
+    return;
   }
   if (choice > 2) {
     const int kind = choice == 3 ? 0 : ZQ_TRANSFER_QUOTED_PRINTABLE;
@@ -151,7 +151,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (fuzz::isFailing(digest)) {
       fuzz::withFailure(digest, count, [&](auto arm) { lines.read(arm); });
     }
-    return 0;
+    return;
   }
   const Text text = input.text();
   if (choice == 0) {
@@ -161,5 +161,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } else {
     writeSubject(text, codeSet, other, digest);
   }
-  return 0;
 }

@@ -456,7 +456,7 @@ void setEncoding(const Text& document, int codeSet, uint32_t digest) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   constexpr int kFiles = static_cast<int>(std::size(kModes));
   const uint32_t digest = fuzz::digestOf(data, size);
   Input input(data, size);
@@ -485,5 +485,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     default:
       useFile(input, &kModes[choice]);
   }
-  return 0;
 }
