@@ -64,8 +64,7 @@ void fuzz::run(const uint8_t* data, size_t size) {
   const Text text(reinterpret_cast<const char*>(data), size);
   ZQStructItemStruct items[] = {{ZQXML_FILTER, "F", {}}, {ZQXML_ESCALATION, "E", {}}};
   ZQStructItemList selection = {std::size(items), items};
-  const bool isSelecting = digest >> 28 % 8 == 0;
-  ZQStructItemList* selected = isSelecting ? &selection : nullptr;
+  ZQStructItemList* selected = (digest >> 28) % 8 == 0 ? &selection : nullptr;
 
   Parsed parsed;
   const long before = fault::allocationCount();
