@@ -1,5 +1,4 @@
-// What the targets over definition documents share: the parser, what a parse gives out, and
-// allocations that fail.
+// What the targets over definition documents share: the parser, and what a parse gives out.
 #ifndef ZQXML_FUZZ_DOCUMENTS_H
 #define ZQXML_FUZZ_DOCUMENTS_H
 

@@ -1,6 +1,6 @@
 // Any text as a definition document of which the objects are listed, from memory and from a file.
-// The first byte chooses the native code set, the rest is the document. With half of the inputs an
-// allocation fails.
+// The first byte chooses the native code set, the rest is the document. With some of the inputs
+// an allocation fails.
 
 #include <iterator>
 #include <string>
