@@ -313,14 +313,16 @@ void call(ZQFILE* stream, Model& model, Input& input) {
 
 // Mostly small, and at times a little more or less than the layer reads at once.
 std::string contentOf(Input& input) {
-  constexpr int kLeast[] = {0, 0, 0, 0, 0, kBuffer - 128, 2 * kBuffer - 128};
-  const int least = kLeast[input.below(std::size(kLeast))];
-  const int size = least + input.byte();
-  std::string content(static_cast<size_t>(size), '\0');
-  for (int i = 0; i < size; ++i) {
-    content[static_cast<size_t>(i)] = static_cast<char>(i % 61 == 60 ? '\n' : i * 7);
-  }
-  return content;
+  constexpr size_t kLeast[] = {0, 0, 0, 0, 0, kBuffer - 128, 2 * kBuffer - 128};
+  static const std::string all = [] {
+    std::string bytes(size_t{2} * kBuffer + 128, '\0');
+    for (size_t i = 0; i < bytes.size(); ++i) {
+      bytes[i] = static_cast<char>(i % 61 == 60 ? '\n' : i * 7);
+    }
+    return bytes;
+  }();
+  const size_t least = kLeast[input.below(std::size(kLeast))];
+  return all.substr(0, least + static_cast<size_t>(input.byte()));
 }
 
 struct Mode {
