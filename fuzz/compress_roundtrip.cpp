@@ -8,18 +8,14 @@
 #include <vector>
 
 #include "fault/FailingAllocations.h"
+#include "fuzz/Input.h"
 #include "tests/compress/reference_deflate.h"
 #include "zqxml/compress.h"
 
 namespace {
 
+using fuzz::require;
 using Bytes = std::vector<unsigned char>;
-
-void require(bool condition) {
-  if (!condition) {
-    abort();
-  }
-}
 
 // Makes much data of a few: each two bytes say how many bytes to take from the input and how often.
 Bytes expand(const uint8_t* data, size_t size, size_t maxLength) {
@@ -41,16 +37,19 @@ void check(unsigned level, const Bytes& data, bool withReference) {
   void* block = nullptr;
   unsigned length = 0;
   require(ZQCompressMemToMem(level, data.empty() ? &none : data.data(),
-                             static_cast<unsigned>(data.size()), &block, &length) == 0);
+                             static_cast<unsigned>(data.size()), &block, &length) == 0,
+          "bytes are compressed");
   if (withReference) {
     const Bytes expected = reference::compress(data, static_cast<int>(level));
-    require(length == expected.size() && memcmp(block, expected.data(), length) == 0);
+    require(length == expected.size() && memcmp(block, expected.data(), length) == 0,
+            "bytes are compressed as plainly");
   }
   void* back = nullptr;
   unsigned backLength = 0;
-  require(ZQDecompressMemToMem(block, length, &back, &backLength) == 0);
-  require(backLength == data.size() &&
-          (backLength == 0 || memcmp(back, data.data(), backLength) == 0));
+  require(ZQDecompressMemToMem(block, length, &back, &backLength) == 0, "they are decompressed");
+  require(
+      backLength == data.size() && (backLength == 0 || memcmp(back, data.data(), backLength) == 0),
+      "they come back");
   free(back);
   free(block);
 }
@@ -64,14 +63,14 @@ void checkFailure(unsigned level, const Bytes& data, long index) {
     ZQCompressMemToMem(level, data.data(), static_cast<unsigned>(data.size()), &block, &length);
   }
   free(block);
-  require(fault::liveBlocks() == before);
+  require(fault::liveBlocks() == before, "a failure gives all back");
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   if (size < 2) {
-    return 0;
+    return;
   }
   const unsigned level = 1 + data[0] % 9;
   const unsigned variant = data[1];
@@ -87,5 +86,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } else {
     check(level, input, variant < 32);
   }
-  return 0;
 }

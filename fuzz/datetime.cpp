@@ -8,53 +8,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <memory>
-#include <string>
+
+#include "fuzz/Input.h"
 
 namespace {
 
-class Input {
- public:
-  Input(const uint8_t* bytes, size_t count) : next(bytes), left(count) {}
-
-  int byte() {
-    if (left == 0) {
-      return 0;
-    }
-    --left;
-    return *next++;
-  }
-
-  int number() {
-    int value = 0;
-    for (int i = 0; i < 4; ++i) {
-      value = static_cast<int>(static_cast<unsigned>(value) << 8 | static_cast<unsigned>(byte()));
-    }
-    return value;
-  }
-
-  // A block of its exact size, so that reading beyond its end is found.
-  std::unique_ptr<char[]> text() {
-    const size_t length = strnlen(reinterpret_cast<const char*>(next), left);
-    auto copy = std::make_unique<char[]>(length + 1);
-    memcpy(copy.get(), next, length);
-    copy[length] = '\0';
-    const size_t used = length < left ? length + 1 : length;
-    next += used;
-    left -= used;
-    return copy;
-  }
-
- private:
-  const uint8_t* next;
-  size_t left;
-};
-
-void check(bool condition) {
-  if (!condition) {
-    abort();
-  }
-}
+using fuzz::Input;
+using fuzz::require;
 
 bool isWithin(const char* position, const char* text) {
   return position == nullptr || (position >= text && position <= text + strlen(text));
@@ -85,26 +45,31 @@ void parse(int choice, Input& input) {
   ZQBoolean isDuration = 0;
   switch (choice & 7) {
     case 0:
-      check(isWithin(zqstrptime(text.get(), format.get(), &fields), text.get()));
+      require(isWithin(zqstrptime(text.get(), format.get(), &fields), text.get()),
+              "the rest lies in the text");
       break;
     case 1:
-      check(isWithin(zqstrptimeofday(text.get(), format.get(), &fields), text.get()));
+      require(isWithin(zqstrptimeofday(text.get(), format.get(), &fields), text.get()),
+              "the rest lies in the text");
       break;
     case 2:
-      check(isWithin(ParseTimeOnly(text.get(), &fields), text.get()));
+      require(isWithin(ParseTimeOnly(text.get(), &fields), text.get()),
+              "the rest lies in the text");
       break;
     case 3:
-      check(isWithin(ParseTimeOfDayOnly(text.get(), &fields), text.get()));
+      require(isWithin(ParseTimeOfDayOnly(text.get(), &fields), text.get()),
+              "the rest lies in the text");
       break;
     case 4:
       StripLeadWeekday(text.get(), &rest);
-      check(isWithin(rest, text.get()));
+      require(isWithin(rest, text.get()), "the rest lies in the text");
       break;
     case 5:
       ParseDateTime(text.get(), &fields);
       break;
     case 6:
-      check(ConvertTimeValue(text.get(), choice & 0x40, &value, &isDuration) == 1 || value == 0);
+      require(ConvertTimeValue(text.get(), choice & 0x40, &value, &isDuration) == 1 || value == 0,
+              "a time that is none is 0");
       break;
     default:
       ConvertTimeOfDayValue(text.get(), &value);
@@ -115,7 +80,8 @@ void format(Input& input) {
   const struct tm fields = readFields(input, true);
   char target[64];
   for (const auto function : {FormatDate, FormatTime, FormatDateTime}) {
-    check(function(target, static_cast<size_t>(input.byte() % 64), &fields) < sizeof target);
+    require(function(target, static_cast<size_t>(input.byte() % 64), &fields) < sizeof target,
+            "a text fits");
   }
 }
 
@@ -125,7 +91,7 @@ void calculate(int choice, Input& input) {
   const int second = input.number();
   int result = 0;
   DateToJulianDate(date, &result);
-  check(ValidateDate(date) == 0 || IsLeapYear(date) <= 1);
+  require(ValidateDate(date) == 0 || IsLeapYear(date) <= 1, "a year is a leap year or not");
   DateAdd(choice & 7, first, second, &result);
   DateDiff(choice & 7, first, second, &result);
   TruncateDate(&result);
@@ -149,7 +115,8 @@ void readDayNumbers(Input& input) {
     char iso[ZQ_ISO_DATE_SIZE];
     ConvertJDToISODateString(dayNumber, iso);
     int again = -1;
-    check(ConvertISODateStringToJD(iso, &again) != 0 || again == dayNumber);
+    require(ConvertISODateStringToJD(iso, &again) != 0 || again == dayNumber,
+            "a day number comes back");
   }
   ConvertDateStringToJD(cutoff, text.get(), &dayNumber);
   GetNumericDateParts(text.get(), &dayNumber);
@@ -163,7 +130,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   return 0;
 }
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
+void fuzz::run(const uint8_t* bytes, size_t count) {
   Input input(bytes, count);
   const int choice = input.byte();
   switch (choice >> 3 & 7) {
@@ -179,5 +146,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
     default:
       parse(choice, input);
   }
-  return 0;
 }

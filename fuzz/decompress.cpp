@@ -8,18 +8,14 @@
 
 #include "compress/crc32.h"
 #include "fault/FailingAllocations.h"
+#include "fuzz/Input.h"
 #include "tests/compress/reference_inflate.h"
 #include "zqxml/compress.h"
 
 namespace {
 
+using fuzz::require;
 using Bytes = std::vector<unsigned char>;
-
-void require(bool condition) {
-  if (!condition) {
-    abort();
-  }
-}
 
 struct Result {
   int status = 0;
@@ -53,12 +49,13 @@ void checkStream(Bytes stream) {
   append32(container, ~updateCrc32Slicing(~0u, expected.data.data(), expected.data.size()));
   const Result result = decompress(container);
   if (isValid) {
-    require(result.status == 0 && result.length == expected.data.size());
-    require(result.length == 0 || memcmp(result.block, expected.data.data(), result.length) == 0);
+    require(result.status == 0 && result.length == expected.data.size(), "a valid stream is read");
+    require(result.length == 0 || memcmp(result.block, expected.data.data(), result.length) == 0,
+            "it gives its bytes");
   } else if (expected.verdict == reference::Verdict::Invalid) {
-    require(result.status == ZQ_MESSAGE_COMPRESS_STREAM);
+    require(result.status == ZQ_MESSAGE_COMPRESS_STREAM, "an invalid stream is refused");
   } else {
-    require(result.status != 0);
+    require(result.status != 0, "a stream that ends early is refused");
   }
   free(result.block);
 }
@@ -71,14 +68,14 @@ void checkFailure(const Bytes& container, long index) {
     result = decompress(container);
   }
   free(result.block);
-  require(fault::liveBlocks() == before);
+  require(fault::liveBlocks() == before, "a failure gives all back");
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+void fuzz::run(const uint8_t* data, size_t size) {
   if (size == 0) {
-    return 0;
+    return;
   }
   const Bytes input(data + 1, data + size);
   constexpr unsigned kContainer = 0;
@@ -97,5 +94,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     default:
       checkStream(input);
   }
-  return 0;
 }

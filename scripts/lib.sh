@@ -32,10 +32,10 @@ need_for_tests() {
   need libgtest-dev libgmock-dev python3 pkg-config locales doxygen binutils file zlib1g-dev abigail-tools
 }
 
-# build PRESET: configures and builds.
+# build PRESET [TARGET...]: configures and builds, all or the targets.
 build() {
   local log=build/$1.configure.log
   mkdir -p build
   cmake --preset "$1" >"$log" 2>&1 || { cat "$log"; return 1; }
-  cmake --build --preset "$1"
+  cmake --build --preset "$1" ${2:+--target "${@:2}"}
 }

@@ -16,6 +16,7 @@ constexpr char kEntryEnd = '\3';
 void ZQXMLChangeHistHandler::Init(char** diary) {
   currentTag = 0;
   CleanReferences();
+  entryText.Empty();
   target = diary;
   *target = nullptr;
 }

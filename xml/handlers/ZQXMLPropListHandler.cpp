@@ -35,6 +35,7 @@ ZQXMLPropListHandler::~ZQXMLPropListHandler() {
 void ZQXMLPropListHandler::Init(ZQPropList* list) {
   currentTag = 0;
   CleanReferences();
+  leaves.empty();
   target = list;
   *target = {};
 }

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "fault/FailingAllocations.h"
 #include "xml/handlers/Parsed.h"
 
 namespace {
@@ -289,6 +290,28 @@ TEST(FilterReader, ObjectsAreReadApart) {
             "executeOn=2 enabled=1 actionList[{action=5 process=\"c\"}]}, filter{}, "
             "filter{name=\"A\" xmlDocVersion=3 owner=\"o\" helpText=\"h\" executionOrder=5 "
             "executeOn=2 enabled=1 actionList[{action=5 process=\"c\"}]} | ");
+}
+
+// A handle that reads documents with text in front of the entries of a list keeps none of it.
+TEST(FilterReader, TextOutsideAnEntryDoesNotPileUp) {
+  const std::string text(200, 't');
+  const std::string kContents[] = {
+      "<objectProperties><tag>" + text + "</tag></objectProperties>",
+      "<objectProperties><tag>" + text + "</tag>",
+      "<changeHistory><entry>" + text + "</entry></changeHistory>",
+      "<changeHistory><entry>" + text,
+  };
+  for (const std::string& content : kContents) {
+    SCOPED_TRACE(content);
+    constexpr int kDocuments = 20;
+    ParserHandle handle;
+    long blocks = 0;
+    for (int i = 0; i < 2 * kDocuments; ++i) {
+      Parsed(&handle, "<root><filter>" + content + "</filter></root>");
+      blocks = i < kDocuments ? fault::liveBlocks() : blocks;
+    }
+    EXPECT_EQ(fault::liveBlocks(), blocks);
+  }
 }
 
 }  // namespace
