@@ -17,14 +17,14 @@ namespace {
 
 using Lengths = std::vector<unsigned>;
 
-constexpr uint16_t kLengthBases[] = {3,  4,  5,  6,  7,  8,  9,  10,  11,  13,  15,
-                                     17, 19, 23, 27, 31, 35, 43, 51,  59,  67,  83,
-                                     99, 115, 131, 163, 195, 227, 258, 0, 0};
-constexpr uint16_t kLengthExtras[] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1,  1, 2, 2, 2, 2,
+constexpr uint16_t kLengthBases[] = {3,  4,   5,   6,   7,   8,   9,   10, 11, 13, 15,
+                                     17, 19,  23,  27,  31,  35,  43,  51, 59, 67, 83,
+                                     99, 115, 131, 163, 195, 227, 258, 0,  0};
+constexpr uint16_t kLengthExtras[] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2,  2, 2,
                                       3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0, 99, 99};
-constexpr uint16_t kDistanceBases[] = {1,    2,    3,    4,    5,    7,    9,    13,    17,    25,
-                                       33,   49,   65,   97,   129,  193,  257,  385,   513,   769,
-                                       1025, 1537, 2049, 3073, 4097, 6145, 8193, 12289, 16385, 24577};
+constexpr uint16_t kDistanceBases[] = {
+    1,   2,   3,   4,   5,   7,    9,    13,   17,   25,   33,   49,   65,    97,    129,
+    193, 257, 385, 513, 769, 1025, 1537, 2049, 3073, 4097, 6145, 8193, 12289, 16385, 24577};
 constexpr uint16_t kDistanceExtras[] = {0, 0, 0, 0, 1, 1, 2, 2,  3,  3,  4,  4,  5,  5,  6,
                                         6, 7, 7, 8, 8, 9, 9, 10, 10, 11, 11, 12, 12, 13, 13};
 
@@ -69,7 +69,8 @@ void compareWays(unsigned seed, const Lengths& literals, const Lengths& distance
   inputs::Random random(seed);
   const Blocks blocks;
   const inputs::Bytes input = inputs::make(inputs::Kind::Random, ZIP_INPUT_UNIT, seed);
-  const inputs::Bytes window = inputs::make(inputs::Kind::Random, sizeof(ZipControlBlock::window), seed + 1);
+  const inputs::Bytes window =
+      inputs::make(inputs::Kind::Random, sizeof(ZipControlBlock::window), seed + 1);
   blocks.inBoth([&](ZipControlBlock& block) {
     memcpy(block.inputBuffer, input.data(), input.size());
     block.inputFill = ZIP_INPUT_UNIT;
@@ -83,9 +84,10 @@ void compareWays(unsigned seed, const Lengths& literals, const Lengths& distance
   ASSERT_LE(HuftBuild(blocks.chosen.get(), literals.data(), static_cast<unsigned>(literals.size()),
                       257, kLengthBases, kLengthExtras, &literalTable, &code.literalBits),
             1);
-  ASSERT_LE(HuftBuild(blocks.chosen.get(), distances.data(), static_cast<unsigned>(distances.size()),
-                      0, kDistanceBases, kDistanceExtras, &distanceTable, &code.distanceBits),
-            1);
+  ASSERT_LE(
+      HuftBuild(blocks.chosen.get(), distances.data(), static_cast<unsigned>(distances.size()), 0,
+                kDistanceBases, kDistanceExtras, &distanceTable, &code.distanceBits),
+      1);
   code.literals = literalTable;
   code.distances = distanceTable;
   ASSERT_TRUE(fitsFastTables(code));
