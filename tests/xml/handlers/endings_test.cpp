@@ -6,6 +6,7 @@
 #include <string>
 #include <xercesc/internal/VecAttributesImpl.hpp>
 
+#include "xml/FixedLocator.h"
 #include "xml/Vocabulary.h"
 #include "xml/handlers/ElementReaders.h"
 #include "xml/handlers/ZQXMLActionCallGuideHandler.h"
@@ -21,6 +22,7 @@
 #include "xml/handlers/ZQXMLEscalationTimeHandler.h"
 #include "xml/handlers/ZQXMLFilterActionListHandler.h"
 #include "xml/handlers/ZQXMLFilterHandler.h"
+#include "xml/handlers/ZQXMLGetNamesHandler.h"
 #include "xml/handlers/ZQXMLIndexListHandler.h"
 #include "xml/handlers/ZQXMLInternalIDListHandler.h"
 #include "xml/handlers/ZQXMLPermListHandler.h"
@@ -34,19 +36,11 @@
 
 namespace {
 
-class Place : public xercesc::Locator {
- public:
-  const XMLCh* getPublicId() const override { return nullptr; }
-  const XMLCh* getSystemId() const override { return nullptr; }
-  XMLFileLoc getLineNumber() const override { return 3; }
-  XMLFileLoc getColumnNumber() const override { return 7; }
-};
-
 // What handlers share, with the element "here" at a place of its own.
 struct Surroundings {
   ZQXMLHandlerStack stack;
   ZQStructItemList* selection = nullptr;
-  const Place place;
+  const FixedLocator place{3, 7};
   const xercesc::Locator* locator = &place;
   const XMLCh* name = u"here";
   const ZQXMLHandlerInfo info = {&stack, &selection, &locator, &name};
@@ -238,6 +232,31 @@ TEST(Endings, Objects) {
   expectRules<ZQXMLEscalationHandler>(FreeZQXMLEscalation);
   expectRules<ZQXMLFilterHandler>(FreeZQXMLFilter);
   expectRules<ZQXMLRootHandler>(freeChain);
+}
+
+TEST(Endings, TextBetweenElementsIsNoPartOfAName) {
+  Surroundings surroundings;
+  ZQXMLGetNamesHandler handler(&surroundings.info);
+  const xercesc::VecAttributesImpl attributes;
+  ZQUnsignedIntList kinds;
+  ZQNameList names;
+  ZQUnsignedIntList types;
+  handler.Init(&kinds, &names, &types);
+  handler.Characters("a", 1);
+  handler.StartElement(tag_form, attributes);
+  handler.Characters("b", 1);
+  handler.StartElement(tag_formName, attributes);
+  handler.Characters("F", 1);
+  handler.EndElement(tag_formName);
+  handler.Characters("c", 1);
+  handler.EndElement(tag_form);
+  handler.EndElement(tag_root);
+  ASSERT_EQ(names.numItems, 1U);
+  EXPECT_STREQ(names.items[0], "F");
+  EXPECT_EQ(kinds.items[0], static_cast<uint32_t>(ZQXML_FORM));
+  FreeZQUnsignedIntList(&kinds, 0);
+  FreeZQNameList(&names, 0);
+  FreeZQUnsignedIntList(&types, 0);
 }
 
 }  // namespace
