@@ -290,10 +290,6 @@ inline __attribute__((always_inline)) FastResult decode(ZipControlBlock* block,
 
 using Decode = FastResult (*)(ZipControlBlock* block, const BlockCode& code);
 
-FastResult decodeAnywhere(ZipControlBlock* block, const BlockCode& code) {
-  return decode(block, code);
-}
-
 #if defined(__x86_64__)
 
 // The same with shifts by any register, which is what the loop mostly does.
@@ -303,13 +299,13 @@ __attribute__((target("bmi2"))) FastResult decodeWithBmi2(ZipControlBlock* block
 }
 
 Decode fastestDecode() {
-  return __builtin_cpu_supports("bmi2") != 0 ? decodeWithBmi2 : decodeAnywhere;
+  return __builtin_cpu_supports("bmi2") != 0 ? decodeWithBmi2 : inflateFastAnywhere;
 }
 
 #else
 
 Decode fastestDecode() {
-  return decodeAnywhere;
+  return inflateFastAnywhere;
 }
 
 #endif
@@ -333,6 +329,10 @@ void makeFastTables(ZipControlBlock* block, const BlockCode& code) {
     joinLiterals(literals, kPairLiteralBits);
   }
   flatten(block->fastDistances, ZIP_FAST_DISTANCE_BITS, code.distances, code.distanceBits);
+}
+
+FastResult inflateFastAnywhere(ZipControlBlock* block, const BlockCode& code) {
+  return decode(block, code);
 }
 
 FastResult inflateFast(ZipControlBlock* block, const BlockCode& code) {

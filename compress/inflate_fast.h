@@ -30,4 +30,7 @@ void makeFastTables(ZipControlBlock* block, const BlockCode& code);
 // a reader of single bytes would hold.
 FastResult inflateFast(ZipControlBlock* block, const BlockCode& code);
 
+// The way that every processor knows, which does exactly the same.
+FastResult inflateFastAnywhere(ZipControlBlock* block, const BlockCode& code);
+
 #endif

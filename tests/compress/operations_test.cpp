@@ -75,6 +75,31 @@ unsigned takenSpace(const ZipCode* tree, int maxCode, int longest) {
 
 }  // namespace
 
+TEST(Zip, ALengthThatLeavesNoRoomForTheFrameGives3007) {
+  for (const uint64_t length : {UINT64_MAX, UINT64_MAX - 7}) {
+    const Bytes source;
+    const Block block = blockFor(source);
+    EXPECT_EQ(ZQZip(block.get(), length), ZQ_MESSAGE_COMPRESS_MEMORY);
+    EXPECT_EQ(block->status, static_cast<unsigned>(ZQ_MESSAGE_COMPRESS_MEMORY));
+    EXPECT_EQ(block->outputMemory, nullptr);
+  }
+}
+
+TEST(FlushOutbuf, WithNothingWaitingWritesNothing) {
+  const TemporaryFile target;
+  const Bytes source;
+  const Block block = blockFor(source);
+  block->outputFd = target.descriptor();
+  FlushOutbuf(block.get());
+  EXPECT_EQ(block->status, 0u);
+  EXPECT_EQ(block->bytesOut, 0u);
+  EXPECT_TRUE(target.content().empty());
+  // Not even to a descriptor that would refuse it.
+  block->outputFd = -1;
+  FlushOutbuf(block.get());
+  EXPECT_EQ(block->status, 0u);
+}
+
 TEST(FillInbuf, TakesUnitsAndTellsTheEnd) {
   const Bytes source = inputs::make(Kind::Random, 32768 + 5);
   const Block block = blockFor(source, ZIP_DECOMPRESS);

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -301,6 +302,44 @@ TEST(HalfWidthKatakana, JoinTheirMarks) {
     han2zen(&source, &first, &second, row.kind);
     EXPECT_EQ(first << 8 | second, row.wide) << row.kind << " " << int{row.byte};
     EXPECT_EQ(source - text, row.taken);
+  }
+}
+
+// Shift-JIS for the half-width bytes that a mark joins.
+const std::map<int, int> kVoicedForms = {
+    {0xB3, 0x8394}, {0xB6, 0x834B}, {0xB7, 0x834D}, {0xB8, 0x834F}, {0xB9, 0x8351}, {0xBA, 0x8353},
+    {0xBB, 0x8355}, {0xBC, 0x8357}, {0xBD, 0x8359}, {0xBE, 0x835B}, {0xBF, 0x835D}, {0xC0, 0x835F},
+    {0xC1, 0x8361}, {0xC2, 0x8364}, {0xC3, 0x8366}, {0xC4, 0x8368}, {0xCA, 0x836F}, {0xCB, 0x8372},
+    {0xCC, 0x8375}, {0xCD, 0x8378}, {0xCE, 0x837B}};
+const std::map<int, int> kSemiVoicedForms = {
+    {0xCA, 0x8370}, {0xCB, 0x8373}, {0xCC, 0x8376}, {0xCD, 0x8379}, {0xCE, 0x837C}};
+
+TEST(HalfWidthKatakana, NoOthersJoinAMark) {
+  for (const int kind : {1, 4, 5}) {
+    for (int byte = 0xA1; byte <= 0xDF; ++byte) {
+      auto plainFirst = static_cast<unsigned char>(byte);
+      unsigned char plainSecond = 0;
+      han2zen(nullptr, &plainFirst, &plainSecond, 1);
+      for (int mark = 0x01; mark < 0x100; ++mark) {
+        unsigned char text[3] = {static_cast<unsigned char>(kind == 4 ? 0x8E : mark),
+                                 static_cast<unsigned char>(kind == 4 ? mark : 0)};
+        const std::map<int, int> none;
+        const auto& forms = kind == 1      ? none
+                            : mark == 0xDE ? kVoicedForms
+                            : mark == 0xDF ? kSemiVoicedForms
+                                           : none;
+        const auto joined = forms.find(byte);
+        unsigned char* source = text;
+        auto first = static_cast<unsigned char>(byte);
+        unsigned char second = 0;
+        han2zen(&source, &first, &second, kind);
+        const bool joins = joined != forms.end();
+        ASSERT_EQ(first << 8 | second, joins ? joined->second : plainFirst << 8 | plainSecond)
+            << kind << " " << byte << " " << mark;
+        ASSERT_EQ(source - text, joins ? kind == 4 ? 2 : 1 : 0)
+            << kind << " " << byte << " " << mark;
+      }
+    }
   }
 }
 

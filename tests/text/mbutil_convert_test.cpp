@@ -433,6 +433,13 @@ TEST_F(FileConversions, WithoutAFile) {
   EXPECT_EQ(mbconvertfile2native_ex(folder.c_str(), target.c_str(), 0, kShiftJis), 0);
 }
 
+// More than a stream keeps back before it writes.
+TEST_F(FileConversions, AFullDiskIsNoticedOnTheWay) {
+  InitMbutilExt(kEuc);
+  save(source, std::string(500000, 'x'));
+  EXPECT_EQ(mbconvertfile2native_ex(source.c_str(), "/dev/full", 0, kShiftJis), 0);
+}
+
 TEST_F(FileConversions, CharactersAcrossBlocksStayWhole) {
   for (int ahead = 20990; ahead <= 21010; ++ahead) {
     InitMbutilExt(kEuc);

@@ -375,6 +375,18 @@ TEST_F(DispatchTest, NoMemoryForATextIs300) {
   EXPECT_TRUE(log.empty());
 }
 
+TEST_F(DispatchTest, AnEmptyStackStaysEmpty) {
+  ZQXMLHandlerStack stack;
+  for (int i = 0; i < 2; ++i) {
+    stack.Pop();
+    EXPECT_EQ(stack.GetStackTop(), nullptr);
+  }
+  stack.Push(&parser.top);
+  EXPECT_EQ(stack.GetStackTop(), &parser.top);
+  stack.Pop();
+  EXPECT_EQ(stack.GetStackTop(), nullptr);
+}
+
 TEST_F(DispatchTest, TheStackHolds128Handlers) {
   EXPECT_EQ(ZQXML_MAX_HANDLERS, 128);
   const FixedLocator place(3, 4);

@@ -92,6 +92,16 @@ TEST_F(DocumentNames, AColonInAPathIsNoScheme) {
   EXPECT_EQ(listFile(folder.write("a:b.xml", kGoodDocument)).text(), kGoodListing);
   const std::string relative = fs::relative(folder.path() + "/a:b.xml");
   EXPECT_EQ(listFile(relative).text(), kGoodListing);
+  // A scheme consists of letters, digits, "+", "-" and ".".
+  const fs::path folderBefore = fs::current_path();
+  fs::current_path(folder.path());
+  fs::create_directory("sub");
+  for (const char* name :
+       {"a_b:c.xml", "sub/a:b.xml", "two words:c.xml", "a\xC3\xA9:c.xml", "7up:c.xml", ":c.xml"}) {
+    folder.write(name, kGoodDocument);
+    EXPECT_EQ(listFile(name).text(), kGoodListing) << name;
+  }
+  fs::current_path(folderBefore);
 }
 
 TEST_F(DocumentNames, WhatCannotBeOpenedOrReadIs8940WithoutAPlace) {

@@ -16,8 +16,8 @@ std::string filter(const std::string& name, const std::string& more = "") {
   return "<filter><filterName>" + name + "</filterName>" + more + "</filter>";
 }
 
-std::string escalation(const std::string& name) {
-  return "<escalation><escalationName>" + name + "</escalationName></escalation>";
+std::string escalation(const std::string& name, const std::string& more = "") {
+  return "<escalation><escalationName>" + name + "</escalationName>" + more + "</escalation>";
 }
 
 TEST(ParseXMLDocument, DocumentsAndTheirObjects) {
@@ -175,6 +175,26 @@ TEST(ParseXMLDocument, WhatADroppedObjectMayHold) {
   }
 }
 
+TEST(ParseXMLDocument, WhatADroppedEscalationMayHold) {
+  const struct {
+    std::string content, outcome;
+  } kRows[] = {
+      {"<bogus a='1'><x/>text</bogus>", "0 | escalation Z | "},
+      {"<enabled>bogus</enabled>", "0 | escalation Z | "},
+      {"<escalationName>Z</escalationName>", "0 | escalation Z | "},
+      {"<escalationTime/><escalationTime><interval>5</interval></escalationTime>",
+       "0 | escalation Z | "},
+      {"<escalationTime><bogus/></escalationTime>", "2 |  | 2/8941 bogus, line: 2, column 25"},
+      {"<elseActions><bogus/></elseActions>", "2 |  | 2/8941 bogus, line: 2, column 22"},
+  };
+  for (const auto& row : kRows) {
+    Selection selection({{ZQXML_ESCALATION, "Z"}});
+    EXPECT_EQ(outcomeOf(inRoot(escalation("A", "\n" + row.content) + escalation("Z")), &selection),
+              row.outcome)
+        << row.content;
+  }
+}
+
 // What stands ahead of a name that isn't asked for is checked, and then thrown away.
 TEST(ParseXMLDocument, ALateNameDropsWhatWasRead) {
   const std::string before =
@@ -275,8 +295,14 @@ TEST(ParseXMLDocument, AFailedParseLeaksNothing) {
              "<filter><helpText>H</helpText><ifActions><action><sql><sqlCommand>C</sqlCommand>"
              "<bogus/></sql></action></ifActions></filter>");
   const std::string broken = bad.substr(0, bad.find("<bogus/>"));
+  // An entry of a list that hasn't ended belongs to the handler.
+  const std::string pending =
+      inRoot("<filter><ifActions><action><pushFieldList><pushField><targetFieldValue><process>"
+             "<command>C</command></process></targetFieldValue><targetField><formName>F</formName>"
+             "<qualification><and/></qualification></targetField></pushField><pushField/><bogus/>"
+             "</pushFieldList></action></ifActions></filter>");
   const long before = fault::liveBlocks();
-  for (const auto* document : {&bad, &broken}) {
+  for (const auto* document : {&bad, &broken, &pending}) {
     ParserHandle handle;
     for (int i = 0; i < 3; ++i) {
       EXPECT_EQ(Parsed(&handle, *document).result, 2);

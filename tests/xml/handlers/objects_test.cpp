@@ -13,7 +13,9 @@
 #include "records/RecordTools.h"
 #include "records/StatusLists.h"
 #include "records/Trees.h"
+#include "records/verbs.h"
 #include "xml/handlers/ObjectKinds.h"
+#include "xml/objectchain.h"
 #include "zqxml/zqxml.h"
 
 namespace {
@@ -110,6 +112,22 @@ TEST(GetNamesFromObjectList, KindsAndNames) {
   }
   FreeZQStructItemList(&names, 0);
   EXPECT_EQ(GetNamesFromObjectList(list, nullptr, nullptr), 0);
+  FreeZQXMLObjectList(list, 1);
+}
+
+TEST(GetNamesFromObjectList, NodesOfOtherKindsLeaveTheirItemEmpty) {
+  ZQXMLObjectList* unknown = newNode(kinds()[1], "U");
+  unknown->objectType = 0x40000010U;
+  ZQXMLObjectList* list = chain({newNode(kinds()[1], "A"), unknown, newNode(kinds()[0], "B")});
+  ZQStructItemList names = {};
+  EXPECT_EQ(GetNamesFromObjectList(list, &names, nullptr), 0);
+  ASSERT_EQ(names.numItems, 3U);
+  EXPECT_STREQ(names.items[0].name, "A");
+  EXPECT_EQ(names.items[1].itemType, 0U);
+  EXPECT_STREQ(names.items[1].name, "");
+  EXPECT_EQ(names.items[2].itemType, static_cast<uint32_t>(ZQXML_FORM));
+  EXPECT_STREQ(names.items[2].name, "B");
+  FreeZQStructItemList(&names, 0);
   FreeZQXMLObjectList(list, 1);
 }
 
@@ -384,6 +402,49 @@ TEST(FreeZQXMLObjectList, AllButContainersAndFieldsWithTheirContents) {
   }
   FreeZQXMLObjectList(nullptr, 1);
   FreeZQXMLObjectList(nullptr, 0);
+}
+
+// A chain that nobody will see leaves nothing behind.
+TEST(ReleaseChain, EveryKindWithAllItsContents) {
+  const long before = fault::liveBlocks();
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    ZQXMLObjectList* list = chain({newNode(kind, "A", true), newNode(kind, "B")});
+    EXPECT_GT(fault::liveBlocks() - before, 2);
+    releaseChain(list);
+    EXPECT_EQ(list, nullptr);
+    EXPECT_EQ(fault::liveBlocks(), before);
+    releaseChain(list);
+  }
+}
+
+template <typename Object>
+void expectFrees(void (*freeObject)(Object*, ZQBoolean)) {
+  freeObject(nullptr, 0);
+  freeObject(nullptr, 1);
+  const long before = fault::liveBlocks();
+  auto* object = newRecord(Object{});
+  tools::Builder builder(7, tools::Fill::Full, 3);
+  records::visit(builder, *object);
+  EXPECT_GT(fault::liveBlocks() - before, 1);
+  const records::Unwinding unwinding;
+  freeObject(object, 0);
+  EXPECT_EQ(fault::liveBlocks() - before, 1);
+  // What it owned is not freed a second time.
+  freeObject(object, 1);
+  EXPECT_EQ(fault::liveBlocks(), before);
+}
+
+TEST(FreeZQXMLObjects, ARecordAloneAndWithItsBlock) {
+  expectFrees(FreeZQXMLSchema);
+  expectFrees(FreeZQXMLFilter);
+  expectFrees(FreeZQXMLActiveLink);
+  expectFrees(FreeZQXMLEscalation);
+  expectFrees(FreeZQXMLContainer);
+  expectFrees(FreeZQXMLMenu);
+  expectFrees(FreeZQXMLVUI);
+  expectFrees(FreeZQXMLDSOMapping);
+  expectFrees(FreeZQXMLDSOPool);
 }
 
 // Without the nodes: they are the caller's, and empty, so that freeing again does no harm.
