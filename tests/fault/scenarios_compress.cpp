@@ -120,19 +120,20 @@ int inflateBody(ZipControlBlock* block) {
 }
 
 void buildTables(Attempt& attempt) {
-  // A code of 300 lengths, of which some need tables behind the first one.
-  std::array<unsigned, 32> lengths;
+  // Lengths up to 15, so that some codes need tables behind the first one.
+  std::array<unsigned, 16> lengths;
   for (unsigned i = 0; i < lengths.size(); ++i) {
     lengths[i] = std::min(i + 1, 15U);
   }
-  const std::array<uint16_t, 32> bases = {};
+  const std::array<uint16_t, 16> bases = {};
   const Block block = blockFor({}, ZIP_DECOMPRESS);
   block->huftCount = 0;
   huft other = {};
   huft* table = &other;
   unsigned bits = 4;
   const int result = attempt.call([&] {
-    return HuftBuild(block.get(), lengths.data(), 16, 0, bases.data(), bases.data(), &table, &bits);
+    return HuftBuild(block.get(), lengths.data(), lengths.size(), 0, bases.data(), bases.data(),
+                     &table, &bits);
   });
   EXPECT_EQ(result, attempt.failed() ? 3 : 0);
   EXPECT_EQ(table == nullptr, attempt.failed());
@@ -186,7 +187,7 @@ void passThrough(Attempt& attempt) {
   EXPECT_EQ(out.content().size(), 1010U);
 }
 
-// A code of a single literal, "a", that ends at once.
+// A code of two: the literal "a", and the end of the block.
 void items(Attempt& attempt) {
   huft table[2] = {};
   table[0] = {16, 1, {'a'}};
