@@ -296,11 +296,11 @@ TEST(ParseXMLDocument, AFailedParseLeaksNothing) {
              "<bogus/></sql></action></ifActions></filter>");
   const std::string broken = bad.substr(0, bad.find("<bogus/>"));
   // An entry of a list that hasn't ended belongs to the handler.
-  const std::string pending =
-      inRoot("<filter><ifActions><action><pushFieldList><pushField><targetFieldValue><process>"
-             "<command>C</command></process></targetFieldValue><targetField><formName>F</formName>"
-             "<qualification><and/></qualification></targetField></pushField><pushField/><bogus/>"
-             "</pushFieldList></action></ifActions></filter>");
+  const std::string pending = inRoot(
+      "<filter><ifActions><action><pushFieldList><pushField><targetFieldValue><process>"
+      "<command>C</command></process></targetFieldValue><targetField><formName>F</formName>"
+      "<qualification><and/></qualification></targetField></pushField><pushField/><bogus/>"
+      "</pushFieldList></action></ifActions></filter>");
   const long before = fault::liveBlocks();
   for (const auto* document : {&bad, &broken, &pending}) {
     ParserHandle handle;
