@@ -65,6 +65,7 @@ ssize_t __real_write(int fd, const void* buffer, size_t size);
 off_t __real_lseek(int fd, off_t offset, int whence);
 int __real_close(int fd);
 int __real_fstat(int fd, struct stat* status);
+int __real_stat(const char* path, struct stat* status);
 nl_catd __real_catopen(const char* name, int flag);
 char* __real_catgets(nl_catd catalog, int set, int number, const char* message);
 int __real_catclose(nl_catd catalog);
@@ -75,6 +76,7 @@ ssize_t __wrap_write(int fd, const void* buffer, size_t size);
 off_t __wrap_lseek(int fd, off_t offset, int whence);
 int __wrap_close(int fd);
 int __wrap_fstat(int fd, struct stat* status);
+int __wrap_stat(const char* path, struct stat* status);
 nl_catd __wrap_catopen(const char* name, int flag);
 char* __wrap_catgets(nl_catd catalog, int set, int number, const char* message);
 int __wrap_catclose(nl_catd catalog);
@@ -116,6 +118,10 @@ int __wrap_close(int fd) {
 
 int __wrap_fstat(int fd, struct stat* status) {
   return fails(Call::Stat) ? -1 : __real_fstat(fd, status);
+}
+
+int __wrap_stat(const char* path, struct stat* status) {
+  return fails(Call::Stat) ? -1 : __real_stat(path, status);
 }
 
 nl_catd __wrap_catopen(const char* name, int flag) {

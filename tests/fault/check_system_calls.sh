@@ -24,6 +24,7 @@ fwrite
 lseek
 open
 read
+stat
 write
 NAMES
 nm -D --undefined-only "$1" | awk '{sub(/@.*/, "", $2); print $2}' | sed -E 's/^__(.*)_(chk|2)$/\1/' |
