@@ -3,15 +3,10 @@
 #include <benchmark/benchmark.h>
 
 #include <map>
-#include <memory>
 #include <stdexcept>
 #include <string>
-#include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
-#include <xercesc/util/XMLUni.hpp>
 
+#include "BareSax2.h"
 #include "DocumentGenerator.h"
 #include "zqxml/zqxml.h"
 
@@ -24,11 +19,6 @@ std::string& documentOf(size_t megabytes) {
     document = generateDocument(megabytes << 20);
   }
   return document;
-}
-
-void setBytes(benchmark::State& state, const std::string& document) {
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
-                          static_cast<int64_t>(document.size()));
 }
 
 class Handle {
@@ -73,24 +63,7 @@ void BM_ListObjects(benchmark::State& state) {
 BENCHMARK(BM_ListObjects)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond);
 
 void BM_BareSax2(benchmark::State& state) {
-  using xercesc::XMLUni;
-  InitXMLParser(nullptr);
-  const std::string& document = documentOf(static_cast<size_t>(state.range(0)));
-  const std::unique_ptr<xercesc::SAX2XMLReader> reader(
-      xercesc::XMLReaderFactory::createXMLReader());
-  reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, false);
-  reader->setFeature(XMLUni::fgSAX2CoreValidation, false);
-  reader->setFeature(XMLUni::fgXercesSchema, false);
-  xercesc::DefaultHandler handler;
-  reader->setContentHandler(&handler);
-  reader->setErrorHandler(&handler);
-  for (auto _ : state) {
-    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()),
-                                      document.size(), "", false);
-    source.setCopyBufToStream(false);
-    reader->parse(source);
-  }
-  setBytes(state, document);
+  parseByBareSax2(state, documentOf(static_cast<size_t>(state.range(0))));
 }
 BENCHMARK(BM_BareSax2)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond);
 
