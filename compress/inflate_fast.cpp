@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
 #include <cstring>
 
 #include "compress/inflate.h"
@@ -323,7 +324,7 @@ void makeFastTables(ZipControlBlock* block, const BlockCode& code) {
   const auto literalCount = std::count_if(
       literals, literals + kSize, [](uint32_t entry) { return (entry & kAnyLiteral) != 0; });
   block->fastLiteralBits = kUsualLiteralBits;
-  if (literalCount > kSize / 8 * 7) {
+  if (literalCount > ptrdiff_t{kSize / 8} * 7) {
     block->fastLiteralBits = kPairLiteralBits;
     flatten(literals, kPairLiteralBits, code.literals, code.literalBits);
     joinLiterals(literals, kPairLiteralBits);

@@ -246,8 +246,9 @@ ZQXML_AVX2 unsigned char* decodeByAvx2(const char* text, size_t length, unsigned
   while (rest.end - rest.in >= kLeast) {
     const unsigned others = decodeStep(rest.in, rest.out);
     const int fit = others == 0 ? kStep : __builtin_ctz(others);
-    rest.in += fit / 4 * 4;
-    rest.out += fit / 4 * 3;
+    const ptrdiff_t groups = fit / 4;
+    rest.in += groups * 4;
+    rest.out += groups * 3;
     if (fit == kStep) {
       continue;
     }

@@ -41,7 +41,7 @@ class ThrowingPanicHandler : public xercesc::PanicHandler {
 ThrowingPanicHandler panicHandler;
 
 // More than the start takes.
-constexpr size_t kStartMemory = 512 * 1024;
+constexpr size_t kStartMemory = size_t{512} * 1024;
 
 // A start that fails halfway can be neither gone on with nor undone: nothing of the XML parser may
 // be touched any more.

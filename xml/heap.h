@@ -41,6 +41,8 @@ inline void replaceText(char*& target, const char* text) {
 template <typename Record>
 void releaseRecord(Record& record, void (*freeRecord)(Record*, ZQBoolean)) {
   static constexpr char kEmpty[sizeof(Record)] = {};
+  // The question isn't whether two records are equal, but whether any byte was ever written.
+  // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison,cert-exp42-c,cert-flp37-c)
   if (memcmp(&record, kEmpty, sizeof(Record)) == 0) {
     return;
   }
