@@ -82,8 +82,7 @@ struct Shape {
 
 const std::vector<Shape>& shapes() {
   static const std::vector<Shape> kShapes = {
-      {"deep",
-       [](size_t size) { return documentOf(repeated(filterOf(deepCondition()), size)); },
+      {"deep", [](size_t size) { return documentOf(repeated(filterOf(deepCondition()), size)); },
        0},
       {"wide",
        [](size_t size) {
@@ -121,8 +120,7 @@ const std::vector<Shape>& shapes() {
        },
        0},
       {"comments",
-       [](size_t size) { return documentOf(filterOf(repeated("<!-- a comment -->", size))); },
-       0},
+       [](size_t size) { return documentOf(filterOf(repeated("<!-- a comment -->", size))); }, 0},
       {"CDATA",
        [](size_t size) {
          return documentOf(
