@@ -7,53 +7,12 @@
 #include <string>
 
 #include "fuzz/Failure.h"
+#include "text/PlainBase64.h"
 #include "text/base64_ways.h"
 
 namespace {
 
 using fuzz::require;
-
-constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-// Bit by bit, without tables.
-std::string plainlyEncoded(const std::string& bytes) {
-  std::string text;
-  for (size_t start = 0; start < bytes.size(); start += 57) {
-    const std::string line = bytes.substr(start, 57);
-    std::string characters;
-    for (size_t bit = 0; bit < line.size() * 8; bit += 6) {
-      unsigned value = 0;
-      for (size_t i = bit; i < bit + 6; ++i) {
-        const unsigned byte = i / 8 < line.size() ? static_cast<unsigned char>(line[i / 8]) : 0u;
-        value = value << 1 | (byte >> (7 - i % 8) & 1u);
-      }
-      characters += kAlphabet[value];
-    }
-    while (characters.size() % 4 != 0) {
-      characters += '=';
-    }
-    text += characters + "\n";
-  }
-  return text;
-}
-
-std::string plainlyDecoded(const std::string& text) {
-  std::string bytes;
-  unsigned value = 0;
-  int bits = 0;
-  for (const char character : text) {
-    const char* place = character == '\0' ? nullptr : strchr(kAlphabet, character);
-    if (place != nullptr) {
-      value = (value << 6 | static_cast<unsigned>(place - kAlphabet)) & 0xFFFF;
-      bits += 6;
-      if (bits >= 8) {
-        bits -= 8;
-        bytes += static_cast<char>(value >> bits);
-      }
-    }
-  }
-  return bytes;
-}
 
 // A block of its exact size.
 std::unique_ptr<unsigned char[]> blockOf(const std::string& bytes) {
