@@ -12,6 +12,7 @@
 #include "fault/FailingAllocations.h"
 #include "fault/Scenario.h"
 #include "records/AllRecords.h"
+#include "records/RecordWalk.h"
 
 namespace fault {
 
@@ -22,32 +23,11 @@ using tools::Fill;
 // Takes those parts out of a record that are deliberately left out, without a failure, when memory
 // runs out for them: texts of functional currencies, lists of currencies, and the lists of sort
 // entries, indexes and result list fields.
-class UntoldParts {
+class UntoldParts : public RecordWalk<UntoldParts> {
  public:
   template <typename Record>
   static void takeOut(void* record) {
     UntoldParts().record("", *static_cast<Record*>(record));
-  }
-
-  void scalar(const char*, const auto&) {}
-  void tag(const char*, const uint32_t&, const auto&) {}
-  void chars(const char*, const auto&) {}
-  void numbers(const char*, const auto&) {}
-  void text(const char*, char*) {}
-  void bytes(const char*, const uint32_t&, const char*, unsigned char*) {}
-
-  template <typename Element>
-  void array(const char*, const uint32_t& count, const char* name, Element* items) {
-    for (uint32_t i = 0; items != nullptr && i < count; ++i) {
-      records::visitElement(*this, name, items[i]);
-    }
-  }
-
-  template <typename Record>
-  void block(const char* name, Record* member) {
-    if (member != nullptr) {
-      record(name, *member);
-    }
   }
 
   template <typename Record>

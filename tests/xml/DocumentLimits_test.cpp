@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <string>
 
+#include "xml/DocumentText.h"
 #include "xml/Listing.h"
 #include "xml/ZQXMLException.h"
 #include "xml/handlers/Parsed.h"
@@ -17,24 +18,12 @@ namespace {
 
 constexpr double kSeconds = 20;
 
-std::string repeated(const std::string& text, int count) {
-  std::string result;
-  for (int i = 0; i < count; ++i) {
-    result += text;
-  }
-  return result;
-}
-
 std::string numbered(const std::string& before, const std::string& after, int count) {
   std::string result;
   for (int i = 0; i < count; ++i) {
     result += before + std::to_string(i) + after;
   }
   return result;
-}
-
-std::string withType(const std::string& declarations, const std::string& contents) {
-  return "<!DOCTYPE root [" + declarations + "]>\n<root>" + contents + "</root>";
 }
 
 std::string filter(const std::string& contents) {

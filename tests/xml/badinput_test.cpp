@@ -6,21 +6,13 @@
 #include <sstream>
 #include <string>
 
+#include "xml/DocumentText.h"
 #include "xml/Listing.h"
 
 namespace {
 
 // Generous, for builds with sanitizers on busy machines; a plain build takes some milliseconds.
 constexpr double kSeconds = 20;
-
-std::string repeated(const std::string& text, size_t count) {
-  std::string result;
-  result.reserve(text.size() * count);
-  for (size_t i = 0; i < count; ++i) {
-    result += text;
-  }
-  return result;
-}
 
 void expectParserError(const std::string& document) {
   const Listing listing = list(document);

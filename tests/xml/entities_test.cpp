@@ -4,23 +4,12 @@
 
 #include <string>
 
+#include "xml/DocumentText.h"
 #include "xml/Listing.h"
 
 namespace {
 
 constexpr double kSeconds = 20;
-
-std::string repeated(const std::string& text, int count) {
-  std::string result;
-  for (int i = 0; i < count; ++i) {
-    result += text;
-  }
-  return result;
-}
-
-std::string withType(const std::string& declarations, const std::string& contents) {
-  return "<!DOCTYPE root [" + declarations + "]>\n<root>" + contents + "</root>";
-}
 
 std::string form(const std::string& name) {
   return "<form><formName>" + name + "</formName></form>";

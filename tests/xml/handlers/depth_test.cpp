@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "xml/DocumentText.h"
 #include "xml/Listing.h"
 #include "xml/handlers/HandlerReader.h"
 
@@ -12,14 +13,6 @@ namespace {
 // A filter with a part, on one line.
 std::string filterWith(const std::string& part) {
   return "<root><filter><filterName>F</filterName>" + part + "</filter></root>";
-}
-
-std::string repeated(const std::string& text, size_t count) {
-  std::string out;
-  for (size_t i = 0; i < count; ++i) {
-    out += text;
-  }
-  return out;
 }
 
 class Depth : public testing::Test {

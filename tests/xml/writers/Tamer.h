@@ -5,35 +5,16 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "records/describe.h"
+#include "records/RecordWalk.h"
 
 // Makes a random record one that can be written: the size of an attachment is that of its buffer,
 // and arrays of characters are ASCII, which the transcoding of a tree leaves as it is.
-class Tamer {
+class Tamer : public RecordWalk<Tamer> {
  public:
-  void scalar(const char*, const auto&) {}
-  void tag(const char*, const uint32_t&, const auto&) {}
   template <size_t Size>
   void chars(const char*, char (&array)[Size]) {
     for (char& c : array) {
       c = static_cast<char>(c & 0x7F);
-    }
-  }
-  void numbers(const char*, const auto&) {}
-  void text(const char*, char*) {}
-  void bytes(const char*, const uint32_t&, const char*, unsigned char*) {}
-
-  template <typename Element>
-  void array(const char*, const uint32_t& count, const char* name, Element* items) {
-    for (uint32_t i = 0; items != nullptr && i < count; ++i) {
-      records::visitElement(*this, name, items[i]);
-    }
-  }
-
-  template <typename Record>
-  void block(const char* name, Record* member) {
-    if (member != nullptr) {
-      record(name, *member);
     }
   }
 
