@@ -4,7 +4,6 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "xml/ZQXMLException.h"
-#include "zqxml/limits.h"
 #include "zqxml/messages.h"
 
 namespace {
@@ -15,12 +14,6 @@ constexpr uint64_t kBytesOfExpansion = uint64_t{256} << 10;
 
 // What an attribute costs beside its value, in units of text.
 constexpr uint64_t kUnitsOfAttribute = 8;
-
-void expect(uint64_t used, uint64_t allowed, const xercesc::Locator* const* locator) {
-  if (used > allowed) {
-    throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, locator);
-  }
-}
 
 // The parser is in the midst of something, and isn't asked for a place.
 void expect(uint64_t used, uint64_t allowed, const char* what) {
@@ -51,20 +44,17 @@ void DocumentLimits::addParserBlock(uint64_t bytes) {
          "bytes of memory");
 }
 
-void DocumentLimits::addText(uint64_t units, const xercesc::Locator* const* locator) {
-  content += units;
-  expect(content, ZQXML_CONTENT_UNITS + ZQXML_CONTENT_UNITS_PER_BYTE * size, locator);
-}
-
-void DocumentLimits::addAttributes(const xercesc::Attributes& attributes,
-                                   const xercesc::Locator* const* locator) {
+bool DocumentLimits::addAttributes(const xercesc::Attributes& attributes) {
   const XMLSize_t count = attributes.getLength();
   for (XMLSize_t i = 0; i < count; ++i) {
-    addText(kUnitsOfAttribute + xercesc::XMLString::stringLen(attributes.getValue(i)), locator);
+    if (!addText(kUnitsOfAttribute + xercesc::XMLString::stringLen(attributes.getValue(i)))) {
+      return false;
+    }
   }
+  return true;
 }
 
-void DocumentLimits::addObject(uint64_t bytes, const xercesc::Locator* const* locator) {
+bool DocumentLimits::addObject(uint64_t bytes) {
   objectBytes += bytes;
-  expect(objectBytes, ZQXML_OBJECT_BYTES + ZQXML_OBJECT_BYTES_PER_BYTE * size, locator);
+  return objectBytes <= ZQXML_OBJECT_BYTES + ZQXML_OBJECT_BYTES_PER_BYTE * size;
 }

@@ -6,8 +6,9 @@
 #define ZQXML_XML_DOCUMENTLIMITS_H
 
 #include <cstdint>
-#include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax2/Attributes.hpp>
+
+#include "zqxml/limits.h"
 
 class DocumentLimits {
  public:
@@ -18,14 +19,16 @@ class DocumentLimits {
   void addSize(uint64_t bytes) { size += bytes; }
 
   // The XML parser takes a block of memory; blocks given back count too. Throws ZQXMLException
-  // 8944.
+  // 8944 if there is no more for this document.
   void addParserBlock(uint64_t bytes);
 
-  // Text and attributes are delivered, and memory is taken for an object. Throw ZQXMLException 8944
-  // with the place.
-  void addText(uint64_t units, const xercesc::Locator* const* locator);
-  void addAttributes(const xercesc::Attributes& attributes, const xercesc::Locator* const* locator);
-  void addObject(uint64_t bytes, const xercesc::Locator* const* locator);
+  // Text and attributes are delivered, and memory is taken for an object: whether the document may.
+  bool addText(uint64_t units) {
+    content += units;
+    return content <= ZQXML_CONTENT_UNITS + ZQXML_CONTENT_UNITS_PER_BYTE * size;
+  }
+  bool addAttributes(const xercesc::Attributes& attributes);
+  bool addObject(uint64_t bytes);
 
  private:
   uint64_t size = 0;

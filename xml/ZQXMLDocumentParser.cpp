@@ -118,11 +118,10 @@ void ZQXMLDocumentParser::endDocument() {
 void ZQXMLDocumentParser::startElement(const XMLCh*, const XMLCh*, const XMLCh* qualifiedName,
                                        const xercesc::Attributes& attributes) {
   dispatch(qualifiedName, [&] {
-    if (openTags.size() >= ZQXML_MAX_ELEMENT_DEPTH) {
+    DocumentLimits* limits = handlerInfo.limits;
+    if (openTags.size() >= ZQXML_MAX_ELEMENT_DEPTH ||
+        (limits != nullptr && !limits->addAttributes(attributes))) {
       throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
-    }
-    if (handlerInfo.limits != nullptr) {
-      handlerInfo.limits->addAttributes(attributes, &locator);
     }
     const int tag = tags.get(qualifiedName);
     openTags.push_back(tag);
@@ -141,15 +140,16 @@ void ZQXMLDocumentParser::endElement(const XMLCh*, const XMLCh*, const XMLCh* qu
 }
 
 void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {
-  if (handlerInfo.limits != nullptr) {
-    dispatch(nullptr, [&] { handlerInfo.limits->addText(length, &locator); });
-  }
+  const bool fits = handlerInfo.limits == nullptr || handlerInfo.limits->addText(length);
   // White space between elements is half of all text events.
   if (const ZQXMLBaseHandler* top = handlerStack.GetStackTop();
-      top != nullptr && top->ignoresText()) {
+      fits && top != nullptr && top->ignoresText()) {
     return;
   }
   dispatch(nullptr, [&] {
+    if (!fits) {
+      throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
+    }
     toLocal(text, length);
     topHandler()->Characters(localText.c_str(), static_cast<unsigned>(length));
   });

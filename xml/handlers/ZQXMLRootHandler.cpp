@@ -65,8 +65,9 @@ void ZQXMLRootHandler::CleanReferences() {}
 // The node of an object that was dropped is used again.
 ZQXMLObjectList& ZQXMLRootHandler::GenNewObjectNode() {
   if (lastNode == nullptr || lastNode->objectType != 0) {
-    if (handlerInfo->limits != nullptr) {
-      handlerInfo->limits->addObject(sizeof(ZQXMLObjectList), locator);
+    DocumentLimits* limits = handlerInfo->limits;
+    if (limits != nullptr && !limits->addObject(sizeof(ZQXMLObjectList))) {
+      throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, locator);
     }
     auto* node = newRecord<ZQXMLObjectList>();
     (lastNode != nullptr ? lastNode->next : *objectListHead) = node;
