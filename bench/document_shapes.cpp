@@ -35,8 +35,8 @@ std::string documentOf(const std::string& content) {
   return "<root>" + content + "</root>";
 }
 
-std::string filterOf(const std::string& content, const std::string& attributes = "") {
-  return "<filter" + attributes + "><filterName>F</filterName>" + content + "</filter>";
+std::string filterOf(const std::string& content) {
+  return "<filter><filterName>F</filterName>" + content + "</filter>";
 }
 
 // As many pieces as make up the size.
