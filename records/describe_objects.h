@@ -6,6 +6,23 @@
 
 namespace records {
 
+// Who changed an object, when, and what is told about it.
+void visitObjectChanges(auto& v, auto& r) {
+  v.chars("owner", r.owner);
+  v.chars("lastChanged", r.lastChanged);
+  v.scalar("modifiedDate", r.modifiedDate);
+  v.text("helpText", r.helpText);
+  v.text("changeDiary", r.changeDiary);
+  v.record("objPropList", r.objPropList);
+}
+
+// What most objects begin with.
+void visitObjectHead(auto& v, auto& r) {
+  v.chars("name", r.name);
+  v.scalar("xmlDocVersion", r.xmlDocVersion);
+  visitObjectChanges(v, r);
+}
+
 template <>
 struct Description<ZQJoinSchema> {
   static void visit(auto& v, auto& r) {
@@ -284,14 +301,7 @@ struct Description<ZQVuiInfoStruct> {
 template <>
 struct Description<ZQXMLSchema> {
   static void visit(auto& v, auto& r) {
-    v.chars("name", r.name);
-    v.scalar("xmlDocVersion", r.xmlDocVersion);
-    v.chars("owner", r.owner);
-    v.chars("lastChanged", r.lastChanged);
-    v.scalar("modifiedDate", r.modifiedDate);
-    v.text("helpText", r.helpText);
-    v.text("changeDiary", r.changeDiary);
-    v.record("objPropList", r.objPropList);
+    visitObjectHead(v, r);
     v.record("schema", r.schema);
     v.record("resultListFields", r.resultListFields);
     v.record("sortList", r.sortList);
@@ -310,14 +320,7 @@ struct Description<ZQXMLSchema> {
 template <>
 struct Description<ZQXMLFilter> {
   static void visit(auto& v, auto& r) {
-    v.chars("name", r.name);
-    v.scalar("xmlDocVersion", r.xmlDocVersion);
-    v.chars("owner", r.owner);
-    v.chars("lastChanged", r.lastChanged);
-    v.scalar("modifiedDate", r.modifiedDate);
-    v.text("helpText", r.helpText);
-    v.text("changeDiary", r.changeDiary);
-    v.record("objPropList", r.objPropList);
+    visitObjectHead(v, r);
     v.scalar("executionOrder", r.executionOrder);
     v.record("workflowConnect", r.workflowConnect);
     v.scalar("executeOn", r.executeOn);
@@ -341,14 +344,7 @@ struct Description<ZQSupportFileInfoStruct> {
 template <>
 struct Description<ZQXMLActiveLink> {
   static void visit(auto& v, auto& r) {
-    v.chars("name", r.name);
-    v.scalar("xmlDocVersion", r.xmlDocVersion);
-    v.chars("owner", r.owner);
-    v.chars("lastChanged", r.lastChanged);
-    v.scalar("modifiedDate", r.modifiedDate);
-    v.text("helpText", r.helpText);
-    v.text("changeDiary", r.changeDiary);
-    v.record("objPropList", r.objPropList);
+    visitObjectHead(v, r);
     v.scalar("executionOrder", r.executionOrder);
     v.record("workflowConnect", r.workflowConnect);
     v.record("groupList", r.groupList);
@@ -366,14 +362,7 @@ struct Description<ZQXMLActiveLink> {
 template <>
 struct Description<ZQXMLEscalation> {
   static void visit(auto& v, auto& r) {
-    v.chars("name", r.name);
-    v.scalar("xmlDocVersion", r.xmlDocVersion);
-    v.chars("owner", r.owner);
-    v.chars("lastChanged", r.lastChanged);
-    v.scalar("modifiedDate", r.modifiedDate);
-    v.text("helpText", r.helpText);
-    v.text("changeDiary", r.changeDiary);
-    v.record("objPropList", r.objPropList);
+    visitObjectHead(v, r);
     v.record("escalationTime", r.escalationTime);
     v.record("workflowConnect", r.workflowConnect);
     v.scalar("enabled", r.enabled);
@@ -423,14 +412,7 @@ struct Description<ZQReferenceStruct> {
 template <>
 struct Description<ZQXMLContainer> {
   static void visit(auto& v, auto& r) {
-    v.chars("name", r.name);
-    v.scalar("xmlDocVersion", r.xmlDocVersion);
-    v.chars("owner", r.owner);
-    v.chars("lastChanged", r.lastChanged);
-    v.scalar("modifiedDate", r.modifiedDate);
-    v.text("helpText", r.helpText);
-    v.text("changeDiary", r.changeDiary);
-    v.record("objPropList", r.objPropList);
+    visitObjectHead(v, r);
     v.record("permissions", r.permissions);
     v.record("subAdmins", r.subAdmins);
     v.text("label", r.label);
@@ -586,12 +568,7 @@ struct Description<ZQXMLDSOPool> {
     v.scalar("defaultPool", r.defaultPool);
     v.scalar("threadCount", r.threadCount);
     v.text("connection", r.connection);
-    v.chars("owner", r.owner);
-    v.chars("lastChanged", r.lastChanged);
-    v.scalar("modifiedDate", r.modifiedDate);
-    v.text("helpText", r.helpText);
-    v.text("changeDiary", r.changeDiary);
-    v.record("objPropList", r.objPropList);
+    visitObjectChanges(v, r);
   }
 };
 
@@ -617,12 +594,7 @@ struct Description<ZQXMLDSOMapping> {
     v.text("mapping", r.mapping);
     v.text("returnMapping", r.returnMapping);
     v.text("matchQualification", r.matchQualification);
-    v.chars("owner", r.owner);
-    v.chars("lastChanged", r.lastChanged);
-    v.scalar("modifiedDate", r.modifiedDate);
-    v.text("helpText", r.helpText);
-    v.text("changeDiary", r.changeDiary);
-    v.record("objPropList", r.objPropList);
+    visitObjectChanges(v, r);
   }
 };
 
