@@ -53,8 +53,10 @@ size_t nameKey(const XMLCh* name, size_t length) {
   if (length == 0) {
     return 0;
   }
-  const size_t key = length + name[0] * 5U + name[length / 2] * 41U + name[length - 1] * 181U;
-  return key % ZQXMLTagHash::kNameBuckets;
+  const size_t first = name[0];
+  const size_t middle = name[length / 2];
+  const size_t last = name[length - 1];
+  return (length + first * 5 + middle * 41 + last * 181) % ZQXMLTagHash::kNameBuckets;
 }
 
 bool isTag(int id) {

@@ -51,6 +51,7 @@ std::string joined(const std::vector<std::string>& words) {
 
 std::string namesOf(const std::vector<const CLI::App*>& commands) {
   std::vector<std::string> names;
+  names.reserve(commands.size());
   for (const CLI::App* command : commands) {
     names.push_back(command->get_name());
   }
