@@ -72,7 +72,9 @@ struct tm* OSLocalTime(const time_t* time, struct tm* result) {
 int OSGetStatsTime(OSStatsTime* time) {
   struct timeval now;
   const int result = gettimeofday(&now, nullptr);
-  time->seconds = now.tv_sec;
-  time->microseconds = now.tv_usec;
+  if (time != nullptr) {
+    time->seconds = now.tv_sec;
+    time->microseconds = now.tv_usec;
+  }
   return result;
 }

@@ -24,25 +24,25 @@ struct tm today() {
   return fields;
 }
 
-// An int with a sign and white space ahead of it, at most INT_MAX and at least INT_MIN; false if
-// there is none.
-bool readSigned(const char*& text, int64_t& number) {
+// A number with a sign and white space ahead of it, as far as 64 bits go; false if there is none.
+// Its bits are unsigned, so that sums may overflow.
+bool readSigned(const char*& text, uint64_t& number) {
   char* end;
-  const long read = strtol(text, &end, 10);
+  const long long read = strtoll(text, &end, 10);
   if (end == text) {
     return false;
   }
   text = end;
-  number = read > INT_MAX ? INT_MAX : read < INT_MIN ? INT_MIN : read;
+  number = static_cast<uint64_t>(read);
   return true;
 }
 
 // Reads hours, minutes and seconds with colons between them. Returns where the last number ends, or
 // null.
 const char* readDuration(const char* text, int64_t& seconds) {
-  int64_t numbers[3] = {};
+  uint64_t numbers[3] = {};
   const char* end = nullptr;
-  for (int64_t& number : numbers) {
+  for (uint64_t& number : numbers) {
     if (end != nullptr) {
       if (*end != ':') {
         break;
@@ -54,7 +54,8 @@ const char* readDuration(const char* text, int64_t& seconds) {
     }
     end = text;
   }
-  seconds = numbers[0] * kSecondsPerHour + numbers[1] * kSecondsPerMinute + numbers[2];
+  seconds = static_cast<int64_t>(numbers[0] * kSecondsPerHour + numbers[1] * kSecondsPerMinute +
+                                 numbers[2]);
   return end;
 }
 

@@ -9,7 +9,7 @@
  * - The result is 0, or 300 (ZQ_MESSAGE_OUT_OF_MEMORY) if memory ran out. Menus have two more results. No status list
  *   is filled.
  * - After a failure everything that was allocated has been given back: every owned pointer in `dest` is null, a list is
- *   empty, and the tag of a union is that of the source.
+ *   empty, and the tag of the record's own union is that of the source.
  * - A null `dest` or a null `source` gives 0. From a null source a list comes out empty, any other record untouched.
  * - A null pointer copies as null, a count without an array as an empty list. A tag that the record doesn't know is
  *   copied with its bits and owns nothing. Names are copied with all their bytes.

@@ -1,6 +1,7 @@
 /**
  * @file
- * One name per operating system service that the support code uses. Each function is one call of the platform.
+ * One name per operating system service that the support code uses. Each function is one call of the platform, and
+ * pointers go to it as they are: none may be null where that isn't told.
  */
 #ifndef ZQXML_OS_H
 #define ZQXML_OS_H
@@ -75,7 +76,7 @@ ZQXML_API struct hostent *OSGetHostByAddr(const void *address, int length, int t
 /** Breaks a time down for the local time zone. @return the result of `localtime_r`: `result`, or null for a failure */
 ZQXML_API struct tm *OSLocalTime(const time_t *time, struct tm *result);
 
-/** Tells the time since the epoch. @return the result of `gettimeofday`, 0 for success */
+/** Tells the time since the epoch; a null `time` is skipped. @return the result of `gettimeofday`, 0 for success */
 ZQXML_API int OSGetStatsTime(OSStatsTime *time);
 
 ZQXML_END_DECLS

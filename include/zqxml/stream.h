@@ -3,9 +3,10 @@
  * Streams over raw descriptors. Reads are buffered, writes go straight to the descriptor, at the position of the
  * stream, so that nothing ever has to be flushed.
  *
- * A stream is a ZQFILE, made by ZQfopen() or ZQfdopen() and given back by ZQfclose(). Each function refuses a null stream and one that has been closed: `errno` is set to 9 (`EBADF`), and the result is
- * -1, or 0 from ZQfwrite(), ZQfgets(), ZQfprintf() and ZQfeof(). A stream belongs to one thread at a time. A refused
- * or failed call leaves its reason in `errno`; a failed read, write or seek also in the stream (ZQferror()).
+ * A stream is a ZQFILE, made by ZQfopen() or ZQfdopen() and given back by ZQfclose(). Each function refuses a null
+ * stream and one that has been closed: `errno` is set to 9 (`EBADF`), and the result is -1, or 0 from ZQfwrite(),
+ * ZQfgets(), ZQfprintf() and ZQfeof(); ZQfileno() leaves `errno` alone. A stream belongs to one thread at a time. A
+ * failed read, write or seek leaves its reason in `errno` and in the stream (ZQferror()).
  */
 #ifndef ZQXML_STREAM_H
 #define ZQXML_STREAM_H

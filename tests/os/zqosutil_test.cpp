@@ -124,6 +124,7 @@ TEST(Times, OfStatistics) {
   EXPECT_LE(micros(time.seconds, time.microseconds), micros(after.tv_sec, after.tv_nsec / 1000));
   EXPECT_LT(time.microseconds, 1000000);
   EXPECT_GE(time.microseconds, 0);
+  EXPECT_EQ(OSGetStatsTime(nullptr), 0);
 }
 
 }  // namespace

@@ -38,6 +38,11 @@ std::string dumpAny(const void* record) {
 }
 
 template <typename Record>
+std::string dumpCertainOfAny(const void* record) {
+  return tools::Dumper::dumpCertain(*static_cast<const Record*>(record));
+}
+
+template <typename Record>
 std::set<const void*> blocksOfAny(const void* record) {
   return tools::Blocks::of(*static_cast<const Record*>(record));
 }
@@ -58,6 +63,7 @@ constexpr RecordKind kindOf(const char* name, const char* freeName, const char* 
           freeAny<Record, freeFunction>,
           copyAny<Record, copyFunction>,
           dumpAny<Record>,
+          dumpCertainOfAny<Record>,
           blocksOfAny<Record>,
           keptBlocksOfAny<Record>};
 }

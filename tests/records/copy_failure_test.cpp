@@ -26,11 +26,16 @@ TEST_P(CopyFailure, GivesBackWhatItHasAllocated) {
   const long injectedBefore = injected;
   for (uint32_t seed = 0; seed < 24; ++seed) {
     const int depth = seed < 12 ? 3 : 5;
+    const Fill fill = seed % 2 == 0 ? Fill::Full : Fill::Random;
+    AnyRecord model(kind);
+    model.build(seed, fill, depth);
+    const std::string expected = model.dumpCertain();
+    model.freeBlocks();
     injected += fault::forEachFailure([&](auto arm) {
       // A copy may move an attachment's file out of its source, so each attempt has a source of its
       // own.
       AnyRecord source(kind);
-      source.build(seed, seed % 2 == 0 ? Fill::Full : Fill::Random, depth);
+      source.build(seed, fill, depth);
       const auto sourceBlocks = static_cast<long>(source.blocks().size());
       AnyRecord copy(kind);
       copy.makeStale();
@@ -50,7 +55,9 @@ TEST_P(CopyFailure, GivesBackWhatItHasAllocated) {
       EXPECT_TRUE(std::ranges::none_of(
           ofCopy, [&ofSource](const void* block) { return ofSource.contains(block); }));
       EXPECT_EQ(after - before, static_cast<long>(ofCopy.size()) - moved) << "seed " << seed;
-      if (status != 0) {
+      if (status == 0) {
+        EXPECT_EQ(copy.dumpCertain(), expected) << "seed " << seed;
+      } else {
         EXPECT_TRUE(status == 300 || status == 131 || status == 206) << status;
         const bool mayKeepAnEmptyCurrency = std::string_view(kind.name) == "ZQValueStruct";
         EXPECT_LE(ofCopy.size(), mayKeepAnEmptyCurrency ? 1U : 0U) << "seed " << seed;
