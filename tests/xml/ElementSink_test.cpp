@@ -214,6 +214,32 @@ TEST(ElementSink, BothSinksGiveTheSameBytes) {
   }
 }
 
+// What is no UTF-8 would leave a document that can't be read.
+TEST(ElementSink, BytesThatAreNoCharactersAreReplaced) {
+  const struct {
+    const char* text;
+    const char* written;
+  } rows[] = {
+      {"caf\xE9", "caf\uFFFD"},
+      {"\xFF<\xFE", "\uFFFD&lt;\uFFFD"},
+      {"a\xE3\x81", "a\uFFFD\uFFFD"},
+      {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+      {"\xC0\x80", "\uFFFD\uFFFD"},
+      {"\u00E9\u3042\U0001F600\x1B", "\u00E9\u3042\U0001F600&#xF8FA;"},
+  };
+  for (const auto& row : rows) {
+    expectBoth(
+        0, [&](ElementSink& sink) { sink.element(tag_owner, row.text); },
+        std::string("<owner>") + row.written + "</owner>\n");
+  }
+  expectBoth(
+      0,
+      [](ElementSink& sink) {
+        sink.within(tag_changeEntry, [&] { sink.attribute(tag_userName, "caf\xE9"); });
+      },
+      "<changeEntry userName=\"caf\uFFFD\"/>\n");
+}
+
 TEST(ElementSink, LongTextsAreWhole) {
   const std::string content(100000, '<');
   const Writer write = [&content](ElementSink& sink) {
