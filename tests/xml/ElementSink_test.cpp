@@ -182,6 +182,14 @@ TEST(ElementSink, MixedContent) {
       "<value>a\t<min>b</min>\nc</value>\n");
 }
 
+std::string randomBytes(std::mt19937& random) {
+  std::string bytes;
+  for (auto count = random() % 8; count > 0; --count) {
+    bytes += static_cast<char>(random() % 255 + 1);
+  }
+  return bytes;
+}
+
 // The same element calls for both sinks, from a seed.
 void writeRandomly(ElementSink& sink, std::mt19937& random, int depth) {
   static const char* const kTexts[] = {
@@ -190,12 +198,14 @@ void writeRandomly(ElementSink& sink, std::mt19937& random, int depth) {
   sink.open(kFirstPlainTag + static_cast<int>(random() % 600));
   for (const int attribute : {tag_xmlns, tag_zqDocVersion, tag_type, tag_xsi_type}) {
     if (random() % 4 == 0) {
-      sink.attribute(attribute, kTexts[random() % 2]);
+      sink.attribute(attribute, randomBytes(random).c_str());
     }
   }
   for (auto count = random() % 4; count > 0; --count) {
     if (depth > 0 && random() % 2 == 0) {
       writeRandomly(sink, random, depth - 1);
+    } else if (random() % 2 == 0) {
+      sink.text(randomBytes(random).c_str());
     } else {
       sink.text(kTexts[random() % 6]);
     }
