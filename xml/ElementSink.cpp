@@ -109,12 +109,14 @@ void TextSink::open(int tag) {
 }
 
 void TextSink::attribute(int tag, const char* value) {
-  attributes.push_back({tag, orEmpty(value)});
+  std::string room;
+  attributes.push_back({tag, ZQXMLThroughUnits(orEmpty(value), room)});
 }
 
 void TextSink::text(const char* value) {
   beginContent(Content::TextFirst);
-  appendEscaped(orEmpty(value), line);
+  std::string room;
+  appendEscaped(ZQXMLThroughUnits(orEmpty(value), room), line);
 }
 
 void TextSink::close() {

@@ -106,8 +106,9 @@ class DOMSink : public ElementSink {
   xercesc::DOMNode* current;
 };
 
-// Appends elements to a text in the layout of PrintDOMNode. The text is complete once the outermost
-// element is closed. Throws ZQXMLException 300 or std::bad_alloc.
+// Appends elements to a text in the layout of PrintDOMNode, with the same bytes as a tree would
+// have: those that are no characters are replaced. The text is complete once the outermost element
+// is closed. Throws ZQXMLException 300 or std::bad_alloc.
 class TextSink : public ElementSink {
  public:
   TextSink(ZQGNString& text, int tabs) : target(text), level(tabs) {}

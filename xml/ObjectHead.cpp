@@ -2,70 +2,39 @@
 
 #include <cstdlib>
 
-#include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
 #include "zqxml/free.h"
 
-namespace {
+ObjectHeadBase::ObjectHeadBase(const ZQXMLHandlerInfo* handlerInfo, uint32_t objectKind)
+    : info(handlerInfo), kind(objectKind), changeHistory(handlerInfo), properties(handlerInfo) {}
 
-std::array<Leaf<ObjectHeadFields>, 5> headRows(int nameTag) {
-  using Fields = ObjectHeadFields;
-  return {{
-      {nameTag, [](Fields& head, const LeafText& leaf) { fillArray(*head.name, leaf.text); }},
-      {tag_owner, [](Fields& head, const LeafText& leaf) { fillArray(*head.owner, leaf.text); }},
-      {tag_lastModifiedBy,
-       [](Fields& head, const LeafText& leaf) { fillArray(*head.lastChanged, leaf.text); }},
-      {tag_modifiedDate,
-       [](Fields& head, const LeafText& leaf) {
-         ZQXMLHandlerUtils::ConvertISOTimeToUnixTime(leaf.text, head.modifiedDate);
-       }},
-      {tag_helpText,
-       [](Fields& head, const LeafText& leaf) { replaceText(*head.helpText, leaf.text); }},
-  }};
-}
-
-}  // namespace
-
-ObjectHead::ObjectHead(const ZQXMLHandlerInfo* handlerInfo, uint32_t objectKind, int nameTag)
-    : info(handlerInfo),
-      kind(objectKind),
-      rows(headRows(nameTag)),
-      leaves(rows),
-      changeHistory(handlerInfo),
-      properties(handlerInfo) {}
-
-void ObjectHead::Init(const ObjectHeadFields& head, uint32_t* type) {
-  CleanReferences();
+void ObjectHeadBase::Init(const Fields& head, uint32_t* type) {
   fields = head;
   objectType = type;
-  *objectType = kind;
+  if (objectType != nullptr) {
+    *objectType = kind;
+  }
   dropped = false;
 }
 
-void ObjectHead::CleanReferences() {
+void ObjectHeadBase::CleanReferences() {
   changeHistory.CleanReferences();
   properties.CleanReferences();
 }
 
-void ObjectHead::PreProcess(int tag) {
-  switch (tag) {
-    case tag_changeHistory:
-      free(*fields.changeDiary);
-      changeHistory.Init(fields.changeDiary);
-      info->handlerStack->Push(&changeHistory, info->locator);
-      break;
-    case tag_objectProperties:
-      FreeZQPropList(fields.objPropList, 0);
-      properties.Init(fields.objPropList);
-      info->handlerStack->Push(&properties, info->locator);
-      break;
-    default:
-      break;
+void ObjectHeadBase::PreProcess(int tag) {
+  if (tag == tag_changeHistory && fields.changeDiary != nullptr) {
+    free(*fields.changeDiary);
+    changeHistory.Init(fields.changeDiary);
+    info->handlerStack->Push(&changeHistory, info->locator);
+  } else if (tag == tag_objectProperties && fields.objPropList != nullptr) {
+    releaseRecord(*fields.objPropList, FreeZQPropList);
+    properties.Init(fields.objPropList);
+    info->handlerStack->Push(&properties, info->locator);
   }
 }
 
-void ObjectHead::openObject(const xercesc::Attributes& attributes) {
-  leaves.empty();
+void ObjectHeadBase::ReadAttributes(const xercesc::Attributes& attributes) {
   for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
     const XMLCh* name = attributes.getQName(i);
     switch (gTagHash.Get(name)) {
@@ -84,12 +53,11 @@ void ObjectHead::openObject(const xercesc::Attributes& attributes) {
   }
 }
 
-bool ObjectHead::close(int tag) {
-  if (!leaves.close(tag, fields, info->locator)) {
-    return false;
-  }
-  if (tag == rows.front().tag) {
-    dropped = !ZQXMLHandlerUtils::IsObjectRequested(kind, *fields.name, *info->objectSelection);
-  }
-  return true;
+void ObjectHeadBase::AskForObject() {
+  dropped = objectType != nullptr &&
+            !ZQXMLHandlerUtils::IsObjectRequested(kind, fields.name, *info->objectSelection);
+}
+
+void ObjectHeadBase::refuseElement() const {
+  throw ZQXMLException(ZQ_MESSAGE_ELEMENT_NOT_ALLOWED, info->elementName, info->locator);
 }

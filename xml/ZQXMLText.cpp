@@ -275,6 +275,14 @@ std::u16string ZQXMLFromLocal(const char* text) {
   return decodeUtf8(text);
 }
 
+const char* ZQXMLThroughUnits(const char* text, std::string& room) {
+  if (isPlainAscii(text)) {
+    return text;
+  }
+  room = ZQXMLToLocal(ZQXMLFromLocal(text).c_str());
+  return room.c_str();
+}
+
 ZQXMLShortText::ZQXMLShortText(const XMLCh* text) noexcept {
   if (text == nullptr) {
     return;

@@ -28,6 +28,10 @@ std::string ZQXMLToLocal(const XMLCh* text);
 // The other way round. Bytes that are no characters become the transcoder's substitute character.
 std::u16string ZQXMLFromLocal(const char* text);
 
+// A text as it comes back when it has been in the parser's units: bytes that are no characters have
+// become the substitute. The result is `text` itself, or what `room` holds.
+const char* ZQXMLThroughUnits(const char* text, std::string& room);
+
 // The beginning of a text in the local code page, as much as a message can show. It never throws:
 // what can't be transcoded, for want of memory, reads as the empty text.
 class ZQXMLShortText {

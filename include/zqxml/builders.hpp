@@ -224,9 +224,9 @@ ZQXML_API int CreateStatHistoryNode(xercesc::DOMDocument* document, xercesc::DOM
 /** @{ */
 
 /**
- * Appends the child of an assignment, by its type; none for a type without one. A null source leaves its element empty.
- * Deliberate: only failures of a constant and of a field are the result; those deeper in the other sources are dropped,
- * and the bytes that could not be encoded are missing.
+ * Appends the child of an assignment, by its type; none for a type without one. A null source leaves its element empty,
+ * and a null command line an empty "command". Deliberate: only failures of a constant and of a field are the result;
+ * those deeper in the other sources are dropped, and the bytes that could not be encoded are missing.
  */
 ZQXML_API int CreateAssignmentNode(xercesc::DOMDocument* document, xercesc::DOMElement* parent,
                                    const ZQAssignStruct* assignment);

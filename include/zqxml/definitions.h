@@ -27,7 +27,8 @@
  *   the text, the byte 3. Deliberate: it is consumed, since each of these separators becomes a zero; a second call with
  *   it writes no entries.
  *
- * Arrays of records are read at most up to their size less one. A number that has no word leaves its element without
+ * Texts are in the local code page; bytes that are no characters there become its substitute character. Arrays of
+ * records are read at most up to their size less one. A number that has no word leaves its element without
  * text, and such a document can't be read back. After a failure nothing has been written.
  */
 #ifndef ZQXML_DEFINITIONS_H

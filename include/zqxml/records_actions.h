@@ -136,10 +136,10 @@ typedef struct ZQEscalationTmStruct {
 
 /** Settings of a mail notification; each text may be null. */
 typedef struct ZQFilterActionNotifyAdvanced {
-    char *from;            /**< sender */
+    char *from;            /**< sender. Deliberate: written, but a document with it is refused with 300 */
     char *replyTo;         /**< address for replies */
-    char *cc;              /**< copies */
-    char *bcc;             /**< blind copies */
+    char *cc;              /**< copies; read, never written */
+    char *bcc;             /**< blind copies; read, never written */
     char *organization;    /**< organization */
     char *mailboxName;     /**< mailbox */
     char *headerTemplate;  /**< template of the header */

@@ -182,6 +182,14 @@ TEST(ElementSink, MixedContent) {
       "<value>a\t<min>b</min>\nc</value>\n");
 }
 
+std::string randomBytes(std::mt19937& random) {
+  std::string bytes;
+  for (auto count = random() % 8; count > 0; --count) {
+    bytes += static_cast<char>(random() % 255 + 1);
+  }
+  return bytes;
+}
+
 // The same element calls for both sinks, from a seed.
 void writeRandomly(ElementSink& sink, std::mt19937& random, int depth) {
   static const char* const kTexts[] = {
@@ -190,12 +198,14 @@ void writeRandomly(ElementSink& sink, std::mt19937& random, int depth) {
   sink.open(kFirstPlainTag + static_cast<int>(random() % 600));
   for (const int attribute : {tag_xmlns, tag_zqDocVersion, tag_type, tag_xsi_type}) {
     if (random() % 4 == 0) {
-      sink.attribute(attribute, kTexts[random() % 2]);
+      sink.attribute(attribute, randomBytes(random).c_str());
     }
   }
   for (auto count = random() % 4; count > 0; --count) {
     if (depth > 0 && random() % 2 == 0) {
       writeRandomly(sink, random, depth - 1);
+    } else if (random() % 2 == 0) {
+      sink.text(randomBytes(random).c_str());
     } else {
       sink.text(kTexts[random() % 6]);
     }
@@ -212,6 +222,32 @@ TEST(ElementSink, BothSinksGiveTheSameBytes) {
     ASSERT_EQ(asText(static_cast<int>(seed % 3), write), asTree(static_cast<int>(seed % 3), write))
         << seed;
   }
+}
+
+// What is no UTF-8 would leave a document that can't be read.
+TEST(ElementSink, BytesThatAreNoCharactersAreReplaced) {
+  const struct {
+    const char* text;
+    const char* written;
+  } rows[] = {
+      {"caf\xE9", "caf\uFFFD"},
+      {"\xFF<\xFE", "\uFFFD&lt;\uFFFD"},
+      {"a\xE3\x81", "a\uFFFD\uFFFD"},
+      {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+      {"\xC0\x80", "\uFFFD\uFFFD"},
+      {"\u00E9\u3042\U0001F600\x1B", "\u00E9\u3042\U0001F600&#xF8FA;"},
+  };
+  for (const auto& row : rows) {
+    expectBoth(
+        0, [&](ElementSink& sink) { sink.element(tag_owner, row.text); },
+        std::string("<owner>") + row.written + "</owner>\n");
+  }
+  expectBoth(
+      0,
+      [](ElementSink& sink) {
+        sink.within(tag_changeEntry, [&] { sink.attribute(tag_userName, "caf\xE9"); });
+      },
+      "<changeEntry userName=\"caf\uFFFD\"/>\n");
 }
 
 TEST(ElementSink, LongTextsAreWhole) {

@@ -7,16 +7,16 @@
 
 namespace {
 
-constexpr Leaf<ZQXMLEscalation> kLeaves[] = {
+constexpr auto kLeaves = objectLeaves<ZQXMLEscalation>({
+    {tag_escalationName, loadName<&ZQXMLEscalation::name>},
     {tag_enabled, loadWord<&ZQXMLEscalation::enabled, ENUM_BOOLEAN>},
-};
+});
 
 }  // namespace
 
 ZQXMLEscalationHandler::ZQXMLEscalationHandler(const ZQXMLHandlerInfo* info)
     : ZQXMLBaseHandler(info),
-      head(info, ZQXML_ESCALATION, tag_escalationName),
-      leaves(kLeaves),
+      head(info, {ZQXML_ESCALATION, tag_escalation, FreeZQXMLEscalation, kLeaves}),
       escalationTime(info),
       workflowConnect(info),
       qualifier(info),
@@ -26,8 +26,7 @@ void ZQXMLEscalationHandler::Init(ZQXMLEscalation* escalation, uint32_t* objectT
   currentTag = 0;
   CleanReferences();
   target = escalation;
-  *target = {};
-  head.Init(ObjectHeadFields::of(*target), objectType);
+  head.Init(escalation, objectType);
 }
 
 // Children read their elements also in an object that is dropped.
@@ -55,42 +54,22 @@ void ZQXMLEscalationHandler::PreProcess(int tag) {
 }
 
 void ZQXMLEscalationHandler::StartElement(int tag, const xercesc::Attributes& attributes) {
-  currentTag = 0;
-  if (head.isDropped()) {
-    return;
-  }
-  if (tag == tag_escalation) {
-    leaves.empty();
-    head.openObject(attributes);
-    return;
-  }
-  // Both are told, so that the text goes to the element that began last.
-  const bool inHead = head.open(tag);
-  const bool inLeaves = leaves.open(tag);
-  if (!inHead && !inLeaves) {
-    refuseElement();
-  }
-  currentTag = tag;
+  currentTag = head.StartElement(tag, attributes);
 }
 
 void ZQXMLEscalationHandler::Characters(const char* text, unsigned) {
-  head.append(text);
-  leaves.append(text);
+  head.Characters(text);
 }
 
 void ZQXMLEscalationHandler::EndElement(int tag) {
   currentTag = 0;
-  if (!head.isDropped() && !head.close(tag) && !leaves.close(tag, *target, locator) &&
-      tag != tag_escalation) {
-    refuseElement();
-  }
+  head.EndElement(tag);
 }
 
 void ZQXMLEscalationHandler::PostProcess(int tag) {
-  if (tag == tag_escalation) {
-    handlerStack->Pop();
-    head.closeObject(*target, FreeZQXMLEscalation);
-  }
+  head.PostProcess(tag);
 }
 
-void ZQXMLEscalationHandler::CleanReferences() {}
+void ZQXMLEscalationHandler::CleanReferences() {
+  head.CleanReferences();
+}

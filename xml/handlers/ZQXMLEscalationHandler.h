@@ -4,7 +4,6 @@
 
 #include <cstdint>
 
-#include "xml/LeafTable.h"
 #include "xml/ObjectHead.h"
 #include "xml/ZQXMLBaseHandler.h"
 #include "xml/ZQXMLHandlerUtils.h"
@@ -29,8 +28,7 @@ class ZQXMLEscalationHandler : public ZQXMLBaseHandler, public ZQXMLHandlerUtils
 
  private:
   ZQXMLEscalation* target = nullptr;
-  ObjectHead head;
-  LeafTable<ZQXMLEscalation> leaves;
+  ObjectHead<ZQXMLEscalation> head;
   ZQXMLEscalationTimeHandler escalationTime;
   ZQXMLWorkflowConnectHandler workflowConnect;
   ZQXMLQualHandler qualifier;

@@ -15,18 +15,18 @@ void LoadExecuteOnValue(ZQXMLFilter& filter, const LeafText& leaf) {
   });
 }
 
-constexpr Leaf<ZQXMLFilter> kLeaves[] = {
+constexpr auto kLeaves = objectLeaves<ZQXMLFilter>({
+    {tag_filterName, loadName<&ZQXMLFilter::name>},
     {tag_executionOrder, loadSigned<&ZQXMLFilter::executionOrder>},
     {tag_executeOn, LoadExecuteOnValue},
     {tag_enabled, loadWord<&ZQXMLFilter::enabled, ENUM_BOOLEAN>},
-};
+});
 
 }  // namespace
 
 ZQXMLFilterHandler::ZQXMLFilterHandler(const ZQXMLHandlerInfo* info)
     : ZQXMLBaseHandler(info),
-      head(info, ZQXML_FILTER, tag_filterName),
-      leaves(kLeaves),
+      head(info, {ZQXML_FILTER, tag_filter, FreeZQXMLFilter, kLeaves}),
       workflowConnect(info),
       qualifier(info),
       actions(info) {}
@@ -35,8 +35,7 @@ void ZQXMLFilterHandler::Init(ZQXMLFilter* filter, uint32_t* objectType) {
   currentTag = 0;
   CleanReferences();
   target = filter;
-  *target = {};
-  head.Init(ObjectHeadFields::of(*target), objectType);
+  head.Init(filter, objectType);
 }
 
 // Children read their elements also in an object that is dropped.
@@ -61,42 +60,22 @@ void ZQXMLFilterHandler::PreProcess(int tag) {
 }
 
 void ZQXMLFilterHandler::StartElement(int tag, const xercesc::Attributes& attributes) {
-  currentTag = 0;
-  if (head.isDropped()) {
-    return;
-  }
-  if (tag == tag_filter) {
-    leaves.empty();
-    head.openObject(attributes);
-    return;
-  }
-  // Both are told, so that the text goes to the element that began last.
-  const bool inHead = head.open(tag);
-  const bool inLeaves = leaves.open(tag);
-  if (!inHead && !inLeaves) {
-    refuseElement();
-  }
-  currentTag = tag;
+  currentTag = head.StartElement(tag, attributes);
 }
 
 void ZQXMLFilterHandler::Characters(const char* text, unsigned) {
-  head.append(text);
-  leaves.append(text);
+  head.Characters(text);
 }
 
 void ZQXMLFilterHandler::EndElement(int tag) {
   currentTag = 0;
-  if (!head.isDropped() && !head.close(tag) && !leaves.close(tag, *target, locator) &&
-      tag != tag_filter) {
-    refuseElement();
-  }
+  head.EndElement(tag);
 }
 
 void ZQXMLFilterHandler::PostProcess(int tag) {
-  if (tag == tag_filter) {
-    handlerStack->Pop();
-    head.closeObject(*target, FreeZQXMLFilter);
-  }
+  head.PostProcess(tag);
 }
 
-void ZQXMLFilterHandler::CleanReferences() {}
+void ZQXMLFilterHandler::CleanReferences() {
+  head.CleanReferences();
+}

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 
-#include "xml/LeafTable.h"
 #include "xml/ObjectHead.h"
 #include "xml/ZQXMLBaseHandler.h"
 #include "xml/ZQXMLHandlerUtils.h"
@@ -28,8 +27,7 @@ class ZQXMLFilterHandler : public ZQXMLBaseHandler, public ZQXMLHandlerUtils {
 
  private:
   ZQXMLFilter* target = nullptr;
-  ObjectHead head;
-  LeafTable<ZQXMLFilter> leaves;
+  ObjectHead<ZQXMLFilter> head;
   ZQXMLWorkflowConnectHandler workflowConnect;
   ZQXMLQualHandler qualifier;
   ZQXMLFilterActionListHandler actions;

@@ -5,7 +5,7 @@
 #include "xml/writers/ISOTime.h"
 #include "xml/writers/definitionlists.h"
 
-int writeObjectHead(ElementSink& sink, const ObjectHead& head) {
+int writeObjectHead(ElementSink& sink, const HeadParts& head) {
   if (head.xmlDocVersion != nullptr) {
     sink.signedAttribute(tag_zqDocVersion, *head.xmlDocVersion);
   }

@@ -7,7 +7,7 @@
 class ElementSink;
 
 // A null part is left out, and so is an empty text but the help text.
-struct ObjectHead {
+struct HeadParts {
   int nameTag;
   const char* name;
   const char* owner;
@@ -20,6 +20,6 @@ struct ObjectHead {
 };
 
 // The attribute "zqDocVersion", then the elements from the name to "objectProperties".
-int writeObjectHead(ElementSink& sink, const ObjectHead& head);
+int writeObjectHead(ElementSink& sink, const HeadParts& head);
 
 #endif

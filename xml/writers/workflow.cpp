@@ -69,7 +69,7 @@ int writeActions(ElementSink& sink, const ZQQualifierStruct* query,
 
 }  // namespace
 
-int writeFilter(ElementSink& sink, const ObjectHead& head, const FilterParts& filter) {
+int writeFilter(ElementSink& sink, const HeadParts& head, const FilterParts& filter) {
   const int status = writeObjectHead(sink, head);
   if (status != 0) {
     return status;
@@ -81,7 +81,7 @@ int writeFilter(ElementSink& sink, const ObjectHead& head, const FilterParts& fi
   return writeActions(sink, filter.query, filter.actionList, filter.elseList);
 }
 
-int writeEscalation(ElementSink& sink, const ObjectHead& head, const EscalationParts& escalation) {
+int writeEscalation(ElementSink& sink, const HeadParts& head, const EscalationParts& escalation) {
   const int status = writeObjectHead(sink, head);
   if (status != 0) {
     return status;

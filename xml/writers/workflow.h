@@ -27,8 +27,8 @@ struct EscalationParts {
   const ZQFilterActionList* elseList;
 };
 
-int writeFilter(ElementSink& sink, const ObjectHead& head, const FilterParts& filter);
-int writeEscalation(ElementSink& sink, const ObjectHead& head, const EscalationParts& escalation);
+int writeFilter(ElementSink& sink, const HeadParts& head, const FilterParts& filter);
+int writeEscalation(ElementSink& sink, const HeadParts& head, const EscalationParts& escalation);
 
 // Elements of an object, each left out for null and where there is nothing to write.
 void writeExecutionOrder(ElementSink& sink, const uint32_t* order);

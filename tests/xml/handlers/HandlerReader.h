@@ -48,11 +48,12 @@ class HandlerReader {
 
   // Reads a document. The message is that of an exception or the first of the status list; the dump
   // of the record is left out with `dumped` false.
-  Reading read(const std::string& document, bool dumped = true) {
+  Reading read(const std::string& document, bool dumped = true,
+               ZQStructItemList* selection = nullptr) {
     releaseRecord(record_, kFree);
     Reading reading;
     OwnedStatusList status;
-    parser.InitObjectDefnParsing(nullptr, &status);
+    parser.InitObjectDefnParsing(selection, &status);
     try {
       parse(document);
     } catch (const ZQXMLException& exception) {

@@ -5,67 +5,70 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "xml/handlers/HandlerReader.h"
 #include "zqxml/zqxml.h"
 
 namespace {
 
-constexpr Leaf<ZQXMLDSOPool> kLeaves[] = {
+constexpr auto kPoolLeaves = objectLeaves<ZQXMLDSOPool>({
+    {tag_distributedPoolName, loadName<&ZQXMLDSOPool::name>},
     {tag_threadCount, loadUnsigned<&ZQXMLDSOPool::threadCount>},
-};
+});
 
-class PoolHandler : public ZQXMLBaseHandler, public ZQXMLHandlerUtils {
+// A handler that has nothing but its head. `kPart` is for an object that is part of another one.
+template <const auto& kElement, typename Object, bool kPart = false>
+class HeadHandler : public ZQXMLBaseHandler, public ZQXMLHandlerUtils {
  public:
-  explicit PoolHandler(const ZQXMLHandlerInfo* info)
-      : ZQXMLBaseHandler(info),
-        head(info, ZQXML_DSO_POOL, tag_distributedPoolName),
-        leaves(kLeaves) {}
+  explicit HeadHandler(const ZQXMLHandlerInfo* info)
+      : ZQXMLBaseHandler(info), head(info, kElement) {}
 
-  void Init(ZQXMLDSOPool* pool) {
+  void Init(Object* object) {
     currentTag = 0;
-    target = pool;
-    *target = {};
-    head.Init(ObjectHeadFields::of(*target), &objectType);
-    EXPECT_EQ(objectType, static_cast<uint32_t>(ZQXML_DSO_POOL));
+    head.Init(object, kPart ? nullptr : &objectType);
+    EXPECT_EQ(objectType, kPart ? 0 : kElement.kind);
     EXPECT_FALSE(head.isDropped());
   }
 
   void CleanReferences() override { head.CleanReferences(); }
   void PreProcess(int tag) override { head.PreProcess(tag); }
   void StartElement(int tag, const xercesc::Attributes& attributes) override {
-    currentTag = tag;
-    if (tag == tag_distributedPool) {
-      head.openObject(attributes);
-      leaves.empty();
-    } else if (!head.open(tag) && !leaves.open(tag)) {
-      refuseElement();
-    }
+    currentTag = head.StartElement(tag, attributes);
   }
-  void Characters(const char* text, unsigned) override {
-    head.append(text);
-    leaves.append(text);
-  }
+  void Characters(const char* text, unsigned) override { head.Characters(text); }
   void EndElement(int tag) override {
     currentTag = 0;
-    if (!head.close(tag) && !leaves.close(tag, *target, locator) && tag != tag_distributedPool) {
-      refuseElement();
-    }
+    head.EndElement(tag);
   }
-  void PostProcess(int tag) override {
-    if (tag == tag_distributedPool) {
-      handlerStack->Pop();
-      head.closeObject(*target, FreeZQXMLDSOPool);
-    }
-  }
+  void PostProcess(int tag) override { head.PostProcess(tag); }
 
  private:
-  ZQXMLDSOPool* target = nullptr;
   uint32_t objectType = 0;
-  ObjectHead head;
-  LeafTable<ZQXMLDSOPool> leaves;
+  ObjectHead<Object> head;
 };
 
+constexpr ObjectElement<ZQXMLDSOPool> kPool = {ZQXML_DSO_POOL, tag_distributedPool,
+                                               FreeZQXMLDSOPool, kPoolLeaves};
+using PoolHandler = HeadHandler<kPool, ZQXMLDSOPool>;
 using PoolReader = HandlerReader<PoolHandler, ZQXMLDSOPool, FreeZQXMLDSOPool>;
+
+constexpr auto kViewLeaves = objectLeaves<ZQXMLVUI>({
+    {tag_formName, loadName<&ZQXMLVUI::name>},
+});
+constexpr ObjectElement<ZQXMLVUI> kViews = {ZQXML_VUI, tag_vui, FreeZQXMLVUI, kViewLeaves};
+using ViewReader = HandlerReader<HeadHandler<kViews, ZQXMLVUI>, ZQXMLVUI, FreeZQXMLVUI>;
+
+constexpr auto kFieldLeaves = objectLeaves<ZQXMLField>({
+    {tag_fieldName, loadName<&ZQXMLField::fieldName>},
+});
+void freeField(ZQXMLField* field, ZQBoolean) {
+  free(field->helpText);
+  free(field->changeDiary);
+}
+constexpr ObjectElement<ZQXMLField> kField = {ZQXML_FIELD, tag_field, freeField, kFieldLeaves};
+using FieldReader = HandlerReader<HeadHandler<kField, ZQXMLField>, ZQXMLField, freeField>;
+using PartReader = HandlerReader<HeadHandler<kField, ZQXMLField, true>, ZQXMLField, freeField>;
 
 TEST(ObjectHead, FillsARecordOfAnyOrder) {
   PoolReader pools;
@@ -111,6 +114,48 @@ TEST(ObjectHead, ALaterChildCountsAndTheEarlierIsFreed) {
   EXPECT_STREQ(pools.record().helpText, "ab");
   EXPECT_STREQ(pools.record().changeDiary, "");
   EXPECT_EQ(pools.record().objPropList.numItems, 0U);
+}
+
+TEST(ObjectHead, TakesOnlyWhatTheRecordHas) {
+  ViewReader views;
+  const std::string good =
+      "<vui zqDocVersion='2'><modifiedDate>1970-01-01T00:00:09Z</modifiedDate>"
+      "<formName>Form</formName></vui>";
+  EXPECT_EQ(views.read(good).number, 0);
+  EXPECT_STREQ(views.record().name, "Form");
+  EXPECT_EQ(views.record().xmlDocVersion, 2);
+  EXPECT_EQ(views.record().modifiedDate, 9);
+  for (const char* name :
+       {"owner", "lastModifiedBy", "helpText", "changeHistory", "objectProperties"}) {
+    expectRefused(views, std::string("<vui><") + name + "/>@</vui>", 8941, name);
+  }
+
+  FieldReader fields;
+  EXPECT_EQ(fields
+                .read("<field><changeHistory/><helpText>h</helpText><owner>o</owner>"
+                      "<fieldName>Field</fieldName></field>")
+                .number,
+            0);
+  EXPECT_STREQ(fields.record().fieldName, "Field");
+  EXPECT_STREQ(fields.record().helpText, "h");
+  EXPECT_STREQ(fields.record().changeDiary, "");
+  EXPECT_STREQ(fields.record().owner, "o");
+  expectRefused(fields, "<field><objectProperties/>@</field>", 8941, "objectProperties");
+}
+
+TEST(ObjectHead, OnlyAnObjectOfItsOwnIsDropped) {
+  ZQStructItemStruct item = {ZQXML_FIELD, "B", {}};
+  ZQStructItemList selection = {1, &item};
+  const std::string document = "<field><fieldName>A</fieldName><unknown/><owner>o</owner></field>";
+  FieldReader fields;
+  EXPECT_EQ(fields.read(document, true, &selection),
+            (Reading{0, "", tools::Dumper::dump(ZQXMLField{})}));
+  PartReader parts;
+  EXPECT_EQ(parts.read(document, false, &selection).number, 8941);
+  EXPECT_EQ(parts.read("<field><fieldName>A</fieldName><owner>o</owner></field>", false, &selection)
+                .number,
+            0);
+  EXPECT_STREQ(parts.record().owner, "o");
 }
 
 }  // namespace

@@ -295,6 +295,13 @@ TEST_F(Assignments, ChildrenOfAFieldInAnyOrder) {
                    "<statusHistoryValue><statusState>2</statusState></statusHistoryValue>" +
                    end,
                history(12, 0));
+    // What has been stored stays.
+    expectRead(fields,
+               start +
+                   "<statusHistoryValue><statusState>3</statusState></statusHistoryValue>"
+                   "<statusHistoryValue><statusInfo>user</statusInfo></statusHistoryValue>" +
+                   end,
+               history(3, 1));
     expectRefused(fields,
                   start +
                       "<statusHistoryValue><statusInfo>user</statusInfo><statusInfo>user"

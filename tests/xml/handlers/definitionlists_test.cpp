@@ -162,6 +162,7 @@ TEST(ListReader, Properties) {
              "</property>",
              "property=4294967295 value{dataType=4 characterValue=\"V\"}"},
             {"<property><tag>7</tag></property>", "property=7"},
+            {"<property><tag>9223372036854775813</tag></property>", "property=4294967295"},
             {"<property/>", ""},
             {"<property><value><characterValue>V</characterValue></value></property>"
              "<property><tag>7</tag></property>",

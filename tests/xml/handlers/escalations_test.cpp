@@ -147,6 +147,7 @@ TEST(EscalationReader, IntervalsAndDaysShareTheirPlace) {
       {"<daysOfMonth>1</daysOfMonth><interval>60</interval>", 1, {60, 0, 0, 0}},
       {"<interval>60</interval><daysOfMonth/>", 2, {0, 0, 0, 0}},
       {"<interval>60</interval><minute>5</minute><hoursOfDay>1</hoursOfDay>", 2, {60, 0, 2, 5}},
+      {"<hoursOfDay>1</hoursOfDay><hoursOfDay>2</hoursOfDay>", 2, {0, 0, 1U << 12, 0}},
       {"<minute>5</minute><hoursOfDay>1</hoursOfDay><interval>60</interval>", 1, {60, 0, 2, 5}},
       // A second element begins afresh.
       {"<interval>60</interval></escalationTime><escalationTime><minute>5</minute>",

@@ -275,6 +275,9 @@ TEST(FilterActionReader, Gotos) {
           {"<executionOrder><offsetBackward>3</offsetBackward></executionOrder>", to("4", "3")},
           {"<absoluteOrder>-5</absoluteOrder>", to("2", "-5")},
           {"<absoluteOrder/>", "gotoAction{tag=2}"},
+          // Only a field is read as an unsigned number, which ends later.
+          {"<fieldIDReference>9223372036854775813</fieldIDReference>", to("1", "5")},
+          {"<absoluteOrder>9223372036854775813</absoluteOrder>", to("2", "-1")},
           // The last one counts.
           {"<offsetForward>1</offsetForward>text<absoluteOrder>2</absoluteOrder>", to("2", "2")},
           {"<absoluteOrder>2</absoluteOrder><fieldIDReference>1</fieldIDReference>", to("1", "1")},

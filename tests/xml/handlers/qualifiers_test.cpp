@@ -415,6 +415,10 @@ TEST_F(Qualifiers, StatusHistoryTwice) {
       "<statusHistoryValue><statusState>1</statusState></statusHistoryValue>"
       "<statusHistoryValue><statusState>2</statusState></statusHistoryValue>",
       history(2, 0));
+  expectOperand(
+      "<statusHistoryValue><statusInfo>user</statusInfo></statusHistoryValue>"
+      "<statusHistoryValue><statusInfo>time</statusInfo></statusHistoryValue>",
+      history(0, 2));
 }
 
 TEST_F(Qualifiers, TheEndOfAnUnexpectedElementInAnOperand) {

@@ -193,10 +193,13 @@ TEST(ListWriter, ChangeHistories) {
                 "<entry>t</entry></changeEntry>");
   expectHistory(
       "-1\4u\4t\3"
-      "4294967297\4u\4t\3",
+      "4294967297\4u\4t\3"
+      "9223372036854775813\4u\4t\3",
       "<changeEntry modifiedDate=\"1970-01-01T00:00:00Z\" userName=\"u\">"
       "<entry>t</entry></changeEntry>"
       "<changeEntry modifiedDate=\"1970-01-01T00:00:01Z\" userName=\"u\">"
+      "<entry>t</entry></changeEntry>"
+      "<changeEntry modifiedDate=\"1970-01-01T00:00:00Z\" userName=\"u\">"
       "<entry>t</entry></changeEntry>");
 }
 
