@@ -38,14 +38,14 @@ int writeToMemory(ZipControlBlock* block, const void* buffer, unsigned length) {
   if (length == 0) {
     return 0;
   }
-  const uint64_t size = block->outputHeld + length;
+  const uint64_t size = uint64_t{block->bytesOut} + length;
   if (block->outputLost || (size > block->outputCapacity && !growOutputMemory(block, size))) {
     // A gap in the data would be worse than their end.
     block->outputLost = 1;
     block->status = ZQ_MESSAGE_COMPRESS_MEMORY;
     return ZQ_MESSAGE_COMPRESS_MEMORY;
   }
-  memcpy(block->outputMemory + block->outputHeld, buffer, length);
+  memcpy(block->outputMemory + block->bytesOut, buffer, length);
   block->outputHeld = size;
   return 0;
 }

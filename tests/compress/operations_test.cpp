@@ -149,6 +149,17 @@ TEST(WriteBuf, GrowsMemoryAndLeavesCountingToItsCallers) {
   free(block->outputMemory);
 }
 
+TEST(WriteBuf, PutsBytesBehindThoseThatAreCounted) {
+  const Block block = blockFor({});
+  EXPECT_EQ(WriteBuf(block.get(), "abcdef", 6), 0);
+  block->bytesOut = 4;
+  EXPECT_EQ(WriteBuf(block.get(), "xyz", 3), 0);
+  block->bytesOut += 3;
+  EXPECT_EQ(resultOf(*block), (Bytes{'a', 'b', 'c', 'd', 'x', 'y', 'z'}));
+  EXPECT_EQ(block->outputMemory[7], '\0');
+  free(block->outputMemory);
+}
+
 TEST(WriteBuf, Failures) {
   const Block block = blockFor({});
   {
