@@ -223,8 +223,8 @@ ZQXML_API void FlushOutbuf(ZipControlBlock *block);
 ZQXML_API void FlushWindow(ZipControlBlock *block);
 
 /**
- * Writes to the destination; the caller counts `bytesOut`. A result in memory that is too small is grown by more than is
- * needed, with room for a NUL.
+ * Writes to the destination, in memory behind the first `bytesOut` bytes; the caller counts `bytesOut`. A result in memory
+ * that is too small is grown by more than is needed, with room for a NUL.
  *
  * @return 0; 3003 for a short write; 3007 if the result in memory can't grow. The failure is the block's status, too.
  */
