@@ -211,6 +211,106 @@ void settleWindow(ZipControlBlock* block) {
   block->outputCount = excess;
 }
 
+// The body of InflateCodes. `hasFastTables` tells whether the block holds the fast tables of this
+// code.
+int inflateCodes(ZipControlBlock* block, BlockCode code, bool* hasFastTables) {
+  if (code.literals == nullptr) {
+    code.literals = &kNoSymbols;
+    code.literalBits = 0;
+  }
+  if (code.distances == nullptr) {
+    code.distances = &kNoSymbols;
+    code.distanceBits = 0;
+  }
+  const bool canBeFast = fitsFastTables(code);
+  for (bool atEnd = false; !atEnd;) {
+    if (canBeFast && block->inputPosition + kFastInput <= block->inputFill &&
+        block->outputCount < WSIZE - kFastOutput) {
+      if (!*hasFastTables) {
+        makeFastTables(block, code);
+        *hasFastTables = true;
+      }
+      const FastResult result = inflateFast(block, code);
+      if (result == FastResult::BadStream) {
+        return kBadStream;
+      }
+      settleWindow(block);
+      atEnd = result == FastResult::EndOfBlock;
+    } else if (const int result = inflateItem(block, code, &atEnd); result != kGood) {
+      return result;
+    }
+  }
+  return kGood;
+}
+
+// The code of fixed blocks. It takes much longer to build than a small block to decode, so one
+// serves all fixed blocks of a stream.
+class FixedCode {
+ public:
+  // As InflateFixed.
+  int inflate(ZipControlBlock* block) {
+    if (const int result = build(block); result != kGood) {
+      return result;
+    }
+    return inflateCodes(block, {literals.entries, distances.entries, literals.bits, distances.bits},
+                        &hasFastTables);
+  }
+
+  void loseFastTables() { hasFastTables = false; }
+
+ private:
+  int build(ZipControlBlock* block) {
+    if (distances.entries != nullptr) {
+      block->huftCount = huftCount;
+      return kGood;
+    }
+    std::array<unsigned, STATIC_L_CODES> lengths;
+    std::fill_n(lengths.begin(), 144, 8u);
+    std::fill_n(lengths.begin() + 144, 112, 9u);
+    std::fill_n(lengths.begin() + 256, 24, 7u);
+    std::fill_n(lengths.begin() + 280, 8, 8u);
+    if (const int result = HuftBuild(block, lengths.data(), STATIC_L_CODES, kFirstLength, cplens,
+                                     cplext, &literals.entries, &literals.bits);
+        result != 0) {
+      return result;
+    }
+    std::fill_n(lengths.begin(), kMaxDistanceCodes, kDistanceLength);
+    // Two of the codes of five bits are not in use, so this set is incomplete.
+    const int result = HuftBuild(block, lengths.data(), kMaxDistanceCodes, 0, cpdist, cpdext,
+                                 &distances.entries, &distances.bits);
+    huftCount = block->huftCount;
+    return result > 1 ? result : kGood;
+  }
+
+  static constexpr unsigned kDistanceLength = 5;
+  Table literals{7};
+  Table distances{kDistanceLength};
+  unsigned huftCount = 0;
+  bool hasFastTables = false;
+};
+
+int inflateBlock(ZipControlBlock* block, int* isLast, FixedCode& fixed) {
+  BitReader reader(block);
+  unsigned last;
+  unsigned kind;
+  if (!reader.read(1, &last) || !reader.read(2, &kind)) {
+    return kBadStream;
+  }
+  reader.store();
+  *isLast = static_cast<int>(last);
+  switch (kind) {
+    case 0:
+      return InflateStored(block);
+    case 1:
+      return fixed.inflate(block);
+    case 2:
+      fixed.loseFastTables();
+      return InflateDynamic(block);
+    default:
+      return kUnknownKind;
+  }
+}
+
 }  // namespace
 
 int Inflate(ZipControlBlock* block) {
@@ -220,10 +320,11 @@ int Inflate(ZipControlBlock* block) {
   block->windowStart = 0;
   block->madeUpBytes = 0;
   memset(block->window + WSIZE, 0, WSIZE);
+  FixedCode fixed;
   int isLast = 0;
   while (isLast == 0) {
     block->huftCount = 0;
-    if (const int result = InflateBlock(block, &isLast); result != kGood) {
+    if (const int result = inflateBlock(block, &isLast, fixed); result != kGood) {
       return result;
     }
   }
@@ -237,24 +338,8 @@ int Inflate(ZipControlBlock* block) {
 }
 
 int InflateBlock(ZipControlBlock* block, int* isLast) {
-  BitReader reader(block);
-  unsigned last;
-  unsigned kind;
-  if (!reader.read(1, &last) || !reader.read(2, &kind)) {
-    return kBadStream;
-  }
-  reader.store();
-  *isLast = static_cast<int>(last);
-  switch (kind) {
-    case 0:
-      return InflateStored(block);
-    case 1:
-      return InflateFixed(block);
-    case 2:
-      return InflateDynamic(block);
-    default:
-      return kUnknownKind;
-  }
+  FixedCode fixed;
+  return inflateBlock(block, isLast, fixed);
 }
 
 int InflateStored(ZipControlBlock* block) {
@@ -292,27 +377,7 @@ int InflateStored(ZipControlBlock* block) {
 }
 
 int InflateFixed(ZipControlBlock* block) {
-  constexpr unsigned kDistanceLength = 5;
-  std::array<unsigned, STATIC_L_CODES> lengths;
-  std::fill_n(lengths.begin(), 144, 8u);
-  std::fill_n(lengths.begin() + 144, 112, 9u);
-  std::fill_n(lengths.begin() + 256, 24, 7u);
-  std::fill_n(lengths.begin() + 280, 8, 8u);
-  Table literals(7);
-  if (const int result = HuftBuild(block, lengths.data(), STATIC_L_CODES, kFirstLength, cplens,
-                                   cplext, &literals.entries, &literals.bits);
-      result != 0) {
-    return result;
-  }
-  std::fill_n(lengths.begin(), kMaxDistanceCodes, kDistanceLength);
-  Table distances(kDistanceLength);
-  // Two of the codes of five bits are not in use, so this set is incomplete.
-  if (const int result = HuftBuild(block, lengths.data(), kMaxDistanceCodes, 0, cpdist, cpdext,
-                                   &distances.entries, &distances.bits);
-      result > 1) {
-    return result;
-  }
-  return InflateCodes(block, literals.entries, distances.entries, literals.bits, distances.bits);
+  return FixedCode().inflate(block);
 }
 
 int InflateDynamic(ZipControlBlock* block) {
@@ -393,33 +458,7 @@ int InflateDynamic(ZipControlBlock* block) {
 
 int InflateCodes(ZipControlBlock* block, const huft* literalTable, const huft* distanceTable,
                  unsigned literalBits, unsigned distanceBits) {
-  BlockCode code = {literalTable, distanceTable, literalBits, distanceBits};
-  if (code.literals == nullptr) {
-    code.literals = &kNoSymbols;
-    code.literalBits = 0;
-  }
-  if (code.distances == nullptr) {
-    code.distances = &kNoSymbols;
-    code.distanceBits = 0;
-  }
-  const bool canBeFast = fitsFastTables(code);
   bool hasFastTables = false;
-  for (bool atEnd = false; !atEnd;) {
-    if (canBeFast && block->inputPosition + kFastInput <= block->inputFill &&
-        block->outputCount < WSIZE - kFastOutput) {
-      if (!hasFastTables) {
-        makeFastTables(block, code);
-        hasFastTables = true;
-      }
-      const FastResult result = inflateFast(block, code);
-      if (result == FastResult::BadStream) {
-        return kBadStream;
-      }
-      settleWindow(block);
-      atEnd = result == FastResult::EndOfBlock;
-    } else if (const int result = inflateItem(block, code, &atEnd); result != kGood) {
-      return result;
-    }
-  }
-  return kGood;
+  return inflateCodes(block, {literalTable, distanceTable, literalBits, distanceBits},
+                      &hasFastTables);
 }

@@ -44,6 +44,7 @@ void shrinkOutput(ZipControlBlock* block) {
   }
   block->outputMemory = static_cast<unsigned char*>(shrunk);
   block->outputCapacity = static_cast<unsigned>(block->outputHeld);
+  block->outputRoom = 0;
 }
 
 }  // namespace

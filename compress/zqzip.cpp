@@ -115,6 +115,7 @@ int InitZipControlBlock(ZipControlBlock* block) {
   block->sourceLength = 0;
   block->outputHeld = 0;
   block->outputLost = 0;
+  block->outputRoom = 0;
   block->windowStart = 0;
   block->madeUpBytes = 0;
   return 0;

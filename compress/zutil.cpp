@@ -17,20 +17,24 @@ namespace {
 
 constexpr uint64_t kMaxResult = std::numeric_limits<uint32_t>::max();
 
-// Makes room for `size` bytes and a NUL behind them, and for half as many more: a damaged stream
-// may deliver a thousand times its length, and its pieces must not be copied each time.
+// Makes the result `size` bytes large, with a NUL behind them. Memory is got for half as many more:
+// a damaged stream may deliver a thousand times its length, and its pieces must not be copied each
+// time.
 bool growOutputMemory(ZipControlBlock* block, uint64_t size) {
   if (size > kMaxResult) {
     return false;
   }
-  const uint64_t capacity = std::min(size + size / 2, kMaxResult);
-  void* grown = realloc(block->outputMemory, capacity + 1);
-  if (grown == nullptr) {
-    return false;
+  if (size > block->outputRoom) {
+    const uint64_t room = std::min(size + size / 2, kMaxResult);
+    void* grown = realloc(block->outputMemory, room + 1);
+    if (grown == nullptr) {
+      return false;
+    }
+    block->outputMemory = static_cast<unsigned char*>(grown);
+    block->outputRoom = static_cast<unsigned>(room);
   }
-  block->outputMemory = static_cast<unsigned char*>(grown);
   block->outputMemory[size] = '\0';
-  block->outputCapacity = static_cast<unsigned>(capacity);
+  block->outputCapacity = static_cast<unsigned>(size);
   return true;
 }
 
@@ -38,14 +42,14 @@ int writeToMemory(ZipControlBlock* block, const void* buffer, unsigned length) {
   if (length == 0) {
     return 0;
   }
-  const uint64_t size = block->outputHeld + length;
+  const uint64_t size = uint64_t{block->bytesOut} + length;
   if (block->outputLost || (size > block->outputCapacity && !growOutputMemory(block, size))) {
     // A gap in the data would be worse than their end.
     block->outputLost = 1;
     block->status = ZQ_MESSAGE_COMPRESS_MEMORY;
     return ZQ_MESSAGE_COMPRESS_MEMORY;
   }
-  memcpy(block->outputMemory + block->outputHeld, buffer, length);
+  memcpy(block->outputMemory + block->bytesOut, buffer, length);
   block->outputHeld = size;
   return 0;
 }

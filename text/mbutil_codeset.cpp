@@ -3,8 +3,6 @@
 // The tables disagree with one another in places (the same locale can have two numbers, the same
 // number two names). They are separate contracts, and none is derived from another.
 
-#include <strings.h>
-
 #include <clocale>
 #include <cstring>
 #include <string_view>
@@ -126,8 +124,17 @@ constexpr CodePage kDocumentCharsets[] = {
     {"iso-8859-5", "windows-1251"}, {"iso-8859-7", "windows-1253"},
 };
 
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Without regard to case, by the letters of ASCII: in Turkish "I" and "i" are two letters.
 bool startsWith(const char* name, const char* prefix) {
-  return strncasecmp(name, prefix, strlen(prefix)) == 0;
+  while (*prefix != '\0' && lower(*name) == lower(*prefix)) {
+    ++name;
+    ++prefix;
+  }
+  return *prefix == '\0';
 }
 
 const char* withoutSlash(const char* name) {

@@ -149,6 +149,7 @@ typedef struct ZipControlBlock {
   unsigned fastLiteralBits; /**< inflate: index bits of `fastLiterals` */
   uint32_t fastLiterals[1 << ZIP_FAST_LITERAL_BITS];   /**< inflate: literals and lengths of the fast loop */
   uint32_t fastDistances[1 << ZIP_FAST_DISTANCE_BITS]; /**< inflate: distances of the fast loop */
+  unsigned outputRoom; /**< what the result in memory can grow to without a new block; 0 until it has grown */
 } ZipControlBlock;
 
 /** A table entry of inflate. */
@@ -223,8 +224,8 @@ ZQXML_API void FlushOutbuf(ZipControlBlock *block);
 ZQXML_API void FlushWindow(ZipControlBlock *block);
 
 /**
- * Writes to the destination; the caller counts `bytesOut`. A result in memory that is too small is grown by more than is
- * needed, with room for a NUL.
+ * Writes to the destination, in memory behind the first `bytesOut` bytes; the caller counts `bytesOut`. A result in memory
+ * that is too small grows to what is needed, and gets a NUL behind that.
  *
  * @return 0; 3003 for a short write; 3007 if the result in memory can't grow. The failure is the block's status, too.
  */

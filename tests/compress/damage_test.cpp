@@ -117,6 +117,20 @@ TEST(Damage, RandomBytesInTheMiddle) {
   }
 }
 
+// Ten bits each, so the tables of the fixed code can't be made for every one.
+TEST(Damage, ManyEmptyBlocksTakeNoLongTime) {
+  StreamBuilder stream;
+  for (int i = 0; i < 800000; ++i) {
+    stream.block(false, 1).fixedEnd();
+  }
+  stream.block(true, 1).fixedEnd();
+  const std::clock_t start = std::clock();
+  const calls::Result result = calls::decompress(calls::wrap(stream.data(), 0, 0));
+  EXPECT_LT(std::clock() - start, 2 * CLOCKS_PER_SEC);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_TRUE(result.data.empty());
+}
+
 // The densest stream there is, which then goes on behind the end of the input.
 TEST(Damage, MadeUpBytesGiveBoundedOutput) {
   for (const unsigned first : {1u, 2u}) {

@@ -223,6 +223,41 @@ TEST(Inflate, MatchesRepeatThemselves) {
   }
 }
 
+// Each kind of block finds its own tables again behind the other kind.
+TEST(Inflate, FixedAndDynamicBlocksInTurn) {
+  StreamBuilder stream;
+  const auto fixedBlock = [&stream](bool isLast) {
+    stream.block(isLast, 1);
+    for (unsigned i = 0; i < 200; ++i) {
+      stream.fixedSymbol(i);
+    }
+    stream.fixedMatch(9, 100).fixedEnd();
+  };
+  for (int round = 0; round < 3; ++round) {
+    fixedBlock(false);
+    fixedBlock(false);
+    // Code lengths 0, 1 and runs of zeros; literals 0 and END_BLOCK of one bit each.
+    std::vector<unsigned> lengths(19, 0);
+    lengths[18] = 1;
+    lengths[0] = 2;
+    lengths[1] = 2;
+    stream.dynamic(false, 257, 1, lengths);
+    stream.code(3, 2);                    // literal 0
+    stream.code(0, 1).bits(138 - 11, 7);  // 1 to 138
+    stream.code(0, 1).bits(117 - 11, 7);  // 139 to 255
+    stream.code(3, 2).code(2, 2);         // END_BLOCK, no distance
+    for (int i = 0; i < 400; ++i) {
+      stream.code(0, 1);
+    }
+    stream.code(1, 1);
+  }
+  fixedBlock(true);
+  const reference::Decoded decoded = reference::inflate(stream.data().data(), stream.data().size());
+  ASSERT_EQ(decoded.verdict, reference::Verdict::Valid);
+  EXPECT_EQ(decoded.data.size(), 7 * 209u + 3 * 400u);
+  ASSERT_NO_FATAL_FAILURE(expectSameAsReference(stream.data(), ""));
+}
+
 // What comes before and behind decides whether the fast or the careful loop meets the case.
 struct Case {
   const char* name;

@@ -138,7 +138,7 @@ TEST(WriteBuf, GrowsMemoryAndLeavesCountingToItsCallers) {
   EXPECT_EQ(block->bytesOut, 0u);
   block->bytesOut += 3;
   EXPECT_EQ(block->outputMemory[3], '\0');
-  EXPECT_GE(block->outputCapacity, 3u);
+  EXPECT_EQ(block->outputCapacity, 3u);
   const Bytes more = inputs::make(Kind::Random, 1000);
   EXPECT_EQ(WriteBuf(block.get(), more.data(), 1000), 0);
   block->bytesOut += 1000;
@@ -146,6 +146,18 @@ TEST(WriteBuf, GrowsMemoryAndLeavesCountingToItsCallers) {
   expected.insert(expected.end(), more.begin(), more.end());
   EXPECT_EQ(resultOf(*block), expected);
   EXPECT_EQ(block->outputMemory[1003], '\0');
+  free(block->outputMemory);
+}
+
+TEST(WriteBuf, PutsBytesBehindThoseThatAreCounted) {
+  const Block block = blockFor({});
+  EXPECT_EQ(WriteBuf(block.get(), "abcdef", 6), 0);
+  block->bytesOut = 4;
+  EXPECT_EQ(WriteBuf(block.get(), "xyz", 3), 0);
+  block->bytesOut += 3;
+  EXPECT_EQ(resultOf(*block), (Bytes{'a', 'b', 'c', 'd', 'x', 'y', 'z'}));
+  EXPECT_EQ(block->outputMemory[7], '\0');
+  EXPECT_EQ(block->outputCapacity, 7u);
   free(block->outputMemory);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <clocale>
 #include <cstdlib>
 #include <memory>
@@ -110,6 +111,17 @@ TEST(LocaleNames, ThatDoNotExistLeaveTheLocale) {
   EXPECT_STREQ(setlocale(LC_ALL, nullptr), "C");
   EXPECT_EQ(nativeCodeSet, 0);
   EXPECT_EQ(mbGetLocaleCodeSet(), 0);
+  setenv("LC_ALL", "C", 1);
+  InitMbutil();
+}
+
+// In Turkish "I" and "i" are two letters.
+TEST(LocaleNames, AreThoseOfAsciiInEveryLocale) {
+  setenv("LC_ALL", "tr_TR.ISO-8859-9", 1);
+  InitMbutil();
+  ASSERT_NE(tolower('I'), 'i');
+  char page[ZQ_CODE_PAGE_SIZE];
+  EXPECT_STREQ(SetCodePage("ZH_TW.BIG5", page), "BIG5");
   setenv("LC_ALL", "C", 1);
   InitMbutil();
 }
