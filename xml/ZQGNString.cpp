@@ -79,6 +79,9 @@ ZQGNString::operator char*() {
 }
 
 int ZQGNString::DetachStrReference(char** text) {
+  if (text == nullptr) {
+    return 0;
+  }
   if (dataBuffers == nullptr || dataBuffers[0].data == nullptr) {
     AddString("", false);
   }

@@ -44,6 +44,7 @@ void ZQXMLDocumentParser::initParsing(ParseMode mode, ZQStatusList* newStatus) {
   status = newStatus;
   position = {};
   lost = 0;
+  reports = {};
 }
 
 void ZQXMLDocumentParser::InitObjectNameParsing(ZQUnsignedIntList* objectTypes,
@@ -188,12 +189,14 @@ void ZQXMLDocumentParser::fatalError(const xercesc::SAXParseException& exception
   report(2, exception);
 }
 
-// The place is no part of the text; a handle gives it out separately.
+// The place is no part of the text; a handle gives it out separately. Each record is put ahead of
+// those before it, so the time would grow with the square of their number.
 void ZQXMLDocumentParser::report(unsigned severity, const xercesc::SAXParseException& exception) {
   position = {exception.getLineNumber(), exception.getColumnNumber()};
-  if (status == nullptr) {
+  if (status == nullptr || reports[severity] == ZQXML_MAX_REPORTS) {
     return;
   }
+  ++reports[severity];
   const ZQXMLShortText message(exception.getMessage());
   constexpr int kNotRecorded = 3;
   if (ZQAddErrorMessage(status, severity, ZQ_MESSAGE_XML_PARSER, message.get()) == kNotRecorded) {

@@ -149,6 +149,7 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   std::string localText;
   Position position;
   int lost = 0;
+  std::array<unsigned, 3> reports = {};  // recorded, by severity
 };
 
 #endif

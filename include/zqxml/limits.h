@@ -45,6 +45,12 @@ ZQXML_BEGIN_DECLS
 #define ZQXML_OBJECT_BYTES 16777216
 #define ZQXML_OBJECT_BYTES_PER_BYTE 50 /**< for each byte of the document */
 
+/**
+ * Records of the XML parser's own messages (8940) about one document: so many warnings, and so many errors. Further ones
+ * aren't recorded; a document type can bring about one for each few bytes.
+ */
+#define ZQXML_MAX_REPORTS 1000
+
 /** References to internal entities that a document may use, unless the host sets another limit. */
 #define ZQXML_DEFAULT_ENTITY_EXPANSION_LIMIT 64
 

@@ -178,6 +178,26 @@ INSTANTIATE_TEST_SUITE_P(All, CostlyDocuments, testing::ValuesIn(costlyDocuments
                            return name;
                          });
 
+// An attribute that is declared again gives a warning.
+TEST(LargeDocuments, AThousandWarningsAreRecorded) {
+  for (const int warnings : {0, 1, 999, 1000, 1001, 100000}) {
+    const std::string document =
+        withType("<!ATTLIST filter" + repeated(" a CDATA ''", warnings + 1) + ">", filter(""));
+    for (const char* end : {"", "<bogus>"}) {
+      const bool bad = *end != '\0';
+      Parsed parsed(sharedHandle(), document + end);
+      EXPECT_EQ(parsed.result, bad ? 2 : 0);
+      const auto records = std::count(parsed.status.begin(), parsed.status.end(), '/');
+      EXPECT_EQ(records, std::min(warnings, 1000) + (bad ? 1 : 0));
+      EXPECT_EQ(parsed.status.starts_with("2/8940 "), bad);
+    }
+    const Listing listing = listWith(sharedHandle(), ZQXML_INPUT_MEMORY, document);
+    EXPECT_EQ(listing.objects, "filter F");
+    EXPECT_EQ(listing.line, warnings == 0 ? 0U : 1U);
+    EXPECT_LT(listing.seconds, kSeconds);
+  }
+}
+
 TEST(LargeDocuments, ManyNamesPass) {
   constexpr int kMany = 150000;
   EXPECT_EQ(outcomeOf(inRoot(filter("<helpText" + numbered(" a", "=''", kMany) + "/>"))),
