@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "xml/ZQGNString.h"
 #include "xml/ZQXMLException.h"
 #include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
@@ -95,6 +96,7 @@ void ZQXMLDocumentParser::startDocument() {
     handlerStack.Init();
     openTags.clear();
     tags.clear();
+    seenBytesRead = textBytesRead();
     handlerStack.Push(documentHandler(), &locator);
   });
 }
@@ -137,7 +139,19 @@ void ZQXMLDocumentParser::endElement(const XMLCh*, const XMLCh*, const XMLCh* qu
     openTags.pop_back();
     topHandler()->EndElement(tag);
     topHandler()->PostProcess(tag);
+    countReading();
   });
+}
+
+// Handlers read their texts at the end of elements, and one that is repeated is read whole each
+// time. Throws ZQXMLException 8944 if that is more than a document may bring about.
+void ZQXMLDocumentParser::countReading() {
+  const uint64_t bytes = textBytesRead();
+  DocumentLimits* limits = handlerInfo.limits;
+  if (limits != nullptr && !limits->addReading(bytes - seenBytesRead)) {
+    throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
+  }
+  seenBytesRead = bytes;
 }
 
 void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {

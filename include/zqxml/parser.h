@@ -16,7 +16,7 @@
  * | 8940 | the XML parser's own message for an error (severity 2) or a warning (severity 1), at most 1,000 of each; without its place, which GetXMLParserPosition gives |
  * | 8941, 8942 | element or attribute that isn't allowed: "name, line: 2, column 9" |
  * | 8943 | not one of the allowed words: "line: 2, column 9" |
- * | 8944 | nested too deeply, or the handlers don't fit the document: "line: 2, column 9" |
+ * | 8944 | nested too deeply, a limit is met, or the handlers don't fit the document: "line: 2, column 9" |
  * | 8952 | unknown `docType`; the number is the appended text |
  *
  * A place in a message is the one just behind the tag at which the fault was seen. Should memory run out even for the
