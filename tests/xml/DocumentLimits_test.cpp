@@ -190,7 +190,7 @@ INSTANTIATE_TEST_SUITE_P(All, CostlyDocuments, testing::ValuesIn(costlyDocuments
 
 // An attribute that is declared again gives a warning.
 TEST(LargeDocuments, AThousandWarningsAreRecorded) {
-  for (const int warnings : {0, 1, 999, 1000, 1001, 100000}) {
+  for (const size_t warnings : {0UL, 1UL, 999UL, 1000UL, 1001UL, 100000UL}) {
     const std::string document =
         withType("<!ATTLIST other" + repeated(" a CDATA ''", warnings + 1) + ">", filter(""));
     for (const char* end : {"", "<bogus>"}) {
@@ -198,7 +198,7 @@ TEST(LargeDocuments, AThousandWarningsAreRecorded) {
       Parsed parsed(sharedHandle(), document + end);
       EXPECT_EQ(parsed.result, bad ? 2 : 0);
       const auto records = std::count(parsed.status.begin(), parsed.status.end(), '/');
-      EXPECT_EQ(records, std::min(warnings, 1000) + (bad ? 1 : 0));
+      EXPECT_EQ(records, std::min<long>(static_cast<long>(warnings), 1000) + (bad ? 1 : 0));
       EXPECT_EQ(parsed.status.starts_with("2/8940 "), bad);
     }
     const Listing listing = listWith(sharedHandle(), ZQXML_INPUT_MEMORY, document);
@@ -210,10 +210,10 @@ TEST(LargeDocuments, AThousandWarningsAreRecorded) {
 
 // What is read again each time: a text that grows, and one that stays. Small numbers of them pass.
 TEST(LargeDocuments, RepeatedElementsAreRefusedBeforeTheyCostMuch) {
-  const auto growing = [](const std::string& name, int count) {
+  const auto growing = [](const std::string& name, size_t count) {
     return repeated("<" + name + ">" + std::string(20, 'x') + "</" + name + ">", count);
   };
-  const auto staying = [](const std::string& name, int count) {
+  const auto staying = [](const std::string& name, size_t count) {
     return "<" + name + ">" + std::string(500'000, 'x') + "</" + name + ">" +
            repeated("<" + name + "/>", count);
   };
@@ -255,7 +255,7 @@ TEST(LargeDocuments, ManyNamesPass) {
 TEST(DocumentLimitsOfObjects, ObjectsWithoutANameAreRefusedBeyondSixteenMegabytes) {
   // 12,787 records fit into 16 MiB; each element lets in 50 bytes for each of its 9.
   EXPECT_EQ(sizeof(ZQXMLObjectList), 1312U);
-  const auto result = [](int count) {
+  const auto result = [](size_t count) {
     Parsed parsed(sharedHandle(), inRoot(repeated("<filter/>", count)));
     return parsed.result;
   };
