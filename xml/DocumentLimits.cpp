@@ -58,3 +58,8 @@ bool DocumentLimits::addObject(uint64_t bytes) {
   objectBytes += bytes;
   return objectBytes <= ZQXML_OBJECT_BYTES + ZQXML_OBJECT_BYTES_PER_BYTE * size;
 }
+
+bool DocumentLimits::addReading(uint64_t bytes) {
+  readBytes += bytes;
+  return readBytes <= ZQXML_READING_BYTES + ZQXML_READING_BYTES_PER_BYTE * size;
+}

@@ -22,13 +22,15 @@ class DocumentLimits {
   // 8944 if there is no more for this document.
   void addParserBlock(uint64_t bytes);
 
-  // Text and attributes are delivered, and memory is taken for an object: whether the document may.
+  // Text and attributes are delivered, memory is taken for an object, and texts are read for the
+  // records: whether the document may.
   bool addText(uint64_t units) {
     content += units;
     return content <= ZQXML_CONTENT_UNITS + ZQXML_CONTENT_UNITS_PER_BYTE * size;
   }
   bool addAttributes(const xercesc::Attributes& attributes);
   bool addObject(uint64_t bytes);
+  bool addReading(uint64_t bytes);
 
  private:
   uint64_t size = 0;
@@ -37,6 +39,7 @@ class DocumentLimits {
   uint64_t parserBytes = 0;
   uint64_t content = 0;
   uint64_t objectBytes = 0;
+  uint64_t readBytes = 0;
 };
 
 #endif

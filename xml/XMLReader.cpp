@@ -1,6 +1,5 @@
 #include "xml/XMLReader.h"
 
-#include <strings.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -81,8 +80,14 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+char toLower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Whatever the locale: in Turkish ones the C library tells "I" from "i".
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char one, char other) { return toLower(one) == toLower(other); });
 }
 
 // The scheme of an address (RFC 3986, 3.1), or nothing if the name has none.

@@ -18,7 +18,13 @@ namespace {
 // Below 2 GiB also with the room of a block.
 constexpr size_t kMaxLength = INT_MAX / 2;
 
+thread_local uint64_t bytesRead = 0;
+
 }  // namespace
+
+uint64_t textBytesRead() {
+  return bytesRead;
+}
 
 ZQGNString::ZQGNString(const ZQGNString& other) : ZQGNString(other.blockSize) {
   AppendBlocks(other);
@@ -75,10 +81,14 @@ ZQGNString::operator char*() {
     return empty;
   }
   CompactBuffers();
+  bytesRead += static_cast<uint64_t>(textLength);
   return dataBuffers[0].data != nullptr ? dataBuffers[0].data : empty;
 }
 
 int ZQGNString::DetachStrReference(char** text) {
+  if (text == nullptr) {
+    return 0;
+  }
   if (dataBuffers == nullptr || dataBuffers[0].data == nullptr) {
     AddString("", false);
   }

@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "xml/ZQGNString.h"
 #include "xml/ZQXMLException.h"
 #include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
@@ -44,6 +45,7 @@ void ZQXMLDocumentParser::initParsing(ParseMode mode, ZQStatusList* newStatus) {
   status = newStatus;
   position = {};
   lost = 0;
+  reports = {};
 }
 
 void ZQXMLDocumentParser::InitObjectNameParsing(ZQUnsignedIntList* objectTypes,
@@ -94,6 +96,7 @@ void ZQXMLDocumentParser::startDocument() {
     handlerStack.Init();
     openTags.clear();
     tags.clear();
+    seenBytesRead = textBytesRead();
     handlerStack.Push(documentHandler(), &locator);
   });
 }
@@ -136,7 +139,19 @@ void ZQXMLDocumentParser::endElement(const XMLCh*, const XMLCh*, const XMLCh* qu
     openTags.pop_back();
     topHandler()->EndElement(tag);
     topHandler()->PostProcess(tag);
+    countReading();
   });
+}
+
+// Handlers read their texts at the end of elements, and one that is repeated is read whole each
+// time. Throws ZQXMLException 8944 if that is more than a document may bring about.
+void ZQXMLDocumentParser::countReading() {
+  const uint64_t bytes = textBytesRead();
+  DocumentLimits* limits = handlerInfo.limits;
+  if (limits != nullptr && !limits->addReading(bytes - seenBytesRead)) {
+    throw ZQXMLException(ZQ_MESSAGE_PARSING_FRAME, &locator);
+  }
+  seenBytesRead = bytes;
 }
 
 void ZQXMLDocumentParser::characters(const XMLCh* text, XMLSize_t length) {
@@ -188,12 +203,14 @@ void ZQXMLDocumentParser::fatalError(const xercesc::SAXParseException& exception
   report(2, exception);
 }
 
-// The place is no part of the text; a handle gives it out separately.
+// The place is no part of the text; a handle gives it out separately. Each record is put ahead of
+// those before it, so the time would grow with the square of their number.
 void ZQXMLDocumentParser::report(unsigned severity, const xercesc::SAXParseException& exception) {
   position = {exception.getLineNumber(), exception.getColumnNumber()};
-  if (status == nullptr) {
+  if (status == nullptr || reports[severity] == ZQXML_MAX_REPORTS) {
     return;
   }
+  ++reports[severity];
   const ZQXMLShortText message(exception.getMessage());
   constexpr int kNotRecorded = 3;
   if (ZQAddErrorMessage(status, severity, ZQ_MESSAGE_XML_PARSER, message.get()) == kNotRecorded) {

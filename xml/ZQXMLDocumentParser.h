@@ -131,6 +131,7 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
     return handler;
   }
 
+  void countReading();
   void toLocal(const XMLCh* text, XMLSize_t length);
   void report(unsigned severity, const xercesc::SAXParseException& exception);
   template <typename Event>
@@ -149,6 +150,8 @@ class ZQXMLDocumentParser : public xercesc::DefaultHandler, public ZQXMLHandlerU
   std::string localText;
   Position position;
   int lost = 0;
+  std::array<unsigned, 3> reports = {};  // recorded, by severity
+  uint64_t seenBytesRead = 0;
 };
 
 #endif

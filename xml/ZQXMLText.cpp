@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/TransService.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -49,6 +50,19 @@ bool hasStates(const char* name) {
   return strncasecmp(name, kPrefix, sizeof kPrefix - 1) == 0;
 }
 
+// Null for a code set that the XML parser does not know.
+std::unique_ptr<xercesc::XMLTranscoder> makeTranscoder(const char* name) {
+  constexpr XMLSize_t kBlockSize = 4096;
+  xercesc::XMLTransService::Codes result;
+  try {
+    return std::unique_ptr<xercesc::XMLTranscoder>(
+        xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(name, result, kBlockSize));
+  } catch (const xercesc::OutOfMemoryException&) {
+    // It is no standard exception, and nobody expects it of a text.
+    throw std::bad_alloc();
+  }
+}
+
 // The transcoder of the calling thread for the local code page; null means UTF-8. It is made anew
 // when the code page has changed, and for each text of one whose texts have states. A code set that
 // the parser does not know is taken as UTF-8.
@@ -61,13 +75,7 @@ xercesc::XMLTranscoder* localTranscoder() {
   char name[kMaxCharsetName];
   nameLocalCodeSet(name);
   if (strcmp(name, state.name) != 0 || hasStates(name)) {
-    state.transcoder.reset();
-    if (strcmp(name, kUtf8) != 0) {
-      constexpr XMLSize_t kBlockSize = 4096;
-      xercesc::XMLTransService::Codes result;
-      state.transcoder.reset(xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor(
-          name, result, kBlockSize));
-    }
+    state.transcoder = strcmp(name, kUtf8) != 0 ? makeTranscoder(name) : nullptr;
     memcpy(state.name, name, sizeof name);
   }
   return state.transcoder.get();

@@ -16,29 +16,37 @@ namespace {
 
 constexpr int kError = 2;
 
+// Copies a text of a record; should the record lack its zero, all but the last byte is its text.
+template <size_t kSize>
+void copyText(char* target, const char (&source)[kSize]) {
+  const size_t length = strnlen(source, kSize - 1);
+  memcpy(target, source, length);
+  target[length] = '\0';
+}
+
 // The name of a node's object, or null for a node without one.
-const char* nameOf(const ZQXMLObjectList& node) {
+const ZQNameType* nameOf(const ZQXMLObjectList& node) {
   switch (node.objectType) {
     case ZQXML_FORM:
-      return node.object.schema.name;
+      return &node.object.schema.name;
     case ZQXML_FILTER:
-      return node.object.filter.name;
+      return &node.object.filter.name;
     case ZQXML_ACTIVE_LINK:
-      return node.object.activeLink.name;
+      return &node.object.activeLink.name;
     case ZQXML_MENU:
-      return node.object.menu.name;
+      return &node.object.menu.name;
     case ZQXML_ESCALATION:
-      return node.object.escalation.name;
+      return &node.object.escalation.name;
     case ZQXML_DSO_MAPPING:
-      return node.object.dsoMapping.name;
+      return &node.object.dsoMapping.name;
     case ZQXML_CONTAINER:
-      return node.object.container.name;
+      return &node.object.container.name;
     case ZQXML_DSO_POOL:
-      return node.object.dsoPool.name;
+      return &node.object.dsoPool.name;
     case ZQXML_VUI:
-      return node.object.vui.name;
+      return &node.object.vui.name;
     case ZQXML_FIELD:
-      return node.object.field.fieldName;
+      return &node.object.field.fieldName;
     default:
       return nullptr;
   }
@@ -64,7 +72,7 @@ class Outputs {
   template <size_t kSize>
   Outputs& name(char* output, const char (&source)[kSize]) {
     if (result == 0 && output != nullptr) {
-      strcpy(output, source);
+      copyText(output, source);
     }
     return *this;
   }
@@ -147,7 +155,7 @@ bool copyViewNames(ZQNameList& names, const ZQVuiInfoList& views) {
   }
   names.numItems = views.numItems;
   for (uint32_t i = 0; i < views.numItems; ++i) {
-    strcpy(names.items[i], views.items[i].vuiName);
+    copyText(names.items[i], views.items[i].vuiName);
   }
   return true;
 }
@@ -159,8 +167,9 @@ ZQXMLObjectList* GetXMLObject(ZQXMLObjectList* list, const char* name, uint32_t 
     return nullptr;
   }
   for (ZQXMLObjectList* node = list; node != nullptr; node = node->next) {
-    const char* nodeName = nameOf(*node);
-    if (nodeName != nullptr && node->objectType == objectType && strcmp(nodeName, name) == 0) {
+    const ZQNameType* nodeName = nameOf(*node);
+    if (nodeName != nullptr && node->objectType == objectType &&
+        strncmp(*nodeName, name, sizeof *nodeName) == 0) {
       return node;
     }
   }
@@ -185,12 +194,12 @@ int GetNamesFromObjectList(const ZQXMLObjectList* list, ZQStructItemList* parsed
   parsedObjects->numItems = count;
   ZQStructItemStruct* item = parsedObjects->items;
   for (const ZQXMLObjectList* node = list; node != nullptr; node = node->next, ++item) {
-    const char* name = nameOf(*node);
+    const ZQNameType* name = nameOf(*node);
     if (name == nullptr) {
       continue;
     }
     item->itemType = node->objectType;
-    strcpy(item->name, name);
+    copyText(item->name, *name);
     if (node->objectType == ZQXML_VUI &&
         !copyViewNames(item->selectedElements, node->object.vui.vuiList)) {
       // The names of the views before it go too.

@@ -70,7 +70,10 @@ class ZQXML_API ZQGNString {
   /** The whole text in one piece, owned by this object and good until its next change. */
   operator char*();
 
-  /** Hands the whole text to the caller, who frees it, and leaves this object empty. It is never null. Returns 0. */
+  /**
+   * Hands the whole text to the caller, who frees it, and leaves this object empty. It is never null. With a null pointer
+   * nothing is done. Returns 0.
+   */
   int DetachStrReference(char** text);
 
   /**

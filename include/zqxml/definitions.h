@@ -56,8 +56,9 @@ ZQXML_API int SetDocFooterToXML(ZQXMLOutputDoc *outputDoc, ZQStatusList *status)
  * of Greenwich by less than an hour loses its sign.
  *
  * @param stamp seconds since the epoch; -1 counts as 0
- * @param size  size of `text` in bytes; more is cut. 0 writes nothing
- * @param text  receives the zero-terminated text
+ * @param size  size of `text` in bytes; a time that doesn't fit leaves it empty, and a zone that doesn't is cut. 0 writes
+ *              nothing
+ * @param text  receives the zero-terminated text; null skips it
  * @return 0
  */
 ZQXML_API int FormatZQTimestampToISODateTime(ZQTimestamp stamp, int size, char *text);
@@ -67,8 +68,8 @@ ZQXML_API int FormatZQTimestampToISODateTime(ZQTimestamp stamp, int size, char *
  * Deliberate: the value itself isn't shifted to that zone.
  *
  * @param timeOfDay seconds since midnight; whole days are left out
- * @param size      size of `text` in bytes; more is cut. 0 writes nothing
- * @param text      receives the zero-terminated text
+ * @param size      size of `text` in bytes, as for FormatZQTimestampToISODateTime()
+ * @param text      receives the zero-terminated text; null skips it
  * @return 0
  */
 ZQXML_API int FormatZQTimeOfDayToISOTime(int32_t timeOfDay, int size, char *text);

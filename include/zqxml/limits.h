@@ -45,6 +45,20 @@ ZQXML_BEGIN_DECLS
 #define ZQXML_OBJECT_BYTES 16777216
 #define ZQXML_OBJECT_BYTES_PER_BYTE 50 /**< for each byte of the document */
 
+/**
+ * Bytes of text that are read for the records of a document: so many, and so many for each byte of the document. An
+ * element that comes twice where one is expected has both texts joined, and what is joined is read again each time, so
+ * only very many of them exceed this. More end the parse with message 8944.
+ */
+#define ZQXML_READING_BYTES 33554432
+#define ZQXML_READING_BYTES_PER_BYTE 16 /**< for each byte of the document */
+
+/**
+ * Records of the XML parser's own messages (8940) about one document: so many warnings, and so many errors. Further ones
+ * aren't recorded; a document type can bring about one for each few bytes.
+ */
+#define ZQXML_MAX_REPORTS 1000
+
 /** References to internal entities that a document may use, unless the host sets another limit. */
 #define ZQXML_DEFAULT_ENTITY_EXPANSION_LIMIT 64
 

@@ -41,7 +41,8 @@ ZQXML_API ZQXMLObjectList *GetXMLObject(ZQXMLObjectList *list, const char *name,
  * Lists the objects of a chain with their kinds, names and, for standalone views, the names of the views.
  *
  * @param list          first node, or null: then nothing is done
- * @param parsedObjects receives the list, free with FreeZQStructItemList
+ * @param parsedObjects receives the list, free with FreeZQStructItemList; the names of views have to be freed ahead of
+ *                      that, by free() of `items` of each `selectedElements`. May be null
  * @param status        receives a record on failure; may be null
  * @return 0, or 2 with message 300
  */

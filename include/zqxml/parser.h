@@ -4,7 +4,8 @@
  *
  * Call InitXMLParser once per process, CreateXMLParserHandle per thread or per use, then parse any number of documents
  * with the handle, and free it with FreeZQXMLParserHandleInternal. A handle is used by one thread at a time. A document
- * that fails leaves the handle as good as new.
+ * that fails leaves the handle as good as new. The native code set (zqxml/multibyte.h), which texts depend on, is settled
+ * at the first use unless the program has done so before; let that be ahead of its threads.
  *
  * All functions return 0 or the severity of the failure, and add a record to `status`:
  *
@@ -12,10 +13,10 @@
  * |---|---|
  * | 300 | out of memory; the appended text is empty |
  * | 8938 | the XML platform or the parser can't be set up, or the handle is null or was freed |
- * | 8940 | the XML parser's own message for an error (severity 2) or a warning (severity 1); without its place, which GetXMLParserPosition gives |
+ * | 8940 | the XML parser's own message for an error (severity 2) or a warning (severity 1), at most 1,000 of each; without its place, which GetXMLParserPosition gives |
  * | 8941, 8942 | element or attribute that isn't allowed: "name, line: 2, column 9" |
  * | 8943 | not one of the allowed words: "line: 2, column 9" |
- * | 8944 | nested too deeply, or the handlers don't fit the document: "line: 2, column 9" |
+ * | 8944 | nested too deeply, a limit is met, or the handlers don't fit the document: "line: 2, column 9" |
  * | 8952 | unknown `docType`; the number is the appended text |
  *
  * A place in a message is the one just behind the tag at which the fault was seen. Should memory run out even for the
@@ -112,8 +113,8 @@ ZQXML_API int GetListXMLObjects(ZQXMLParserHandle *handle, const ZQXMLInputDoc *
  * @param objectsToParse kinds and names of the objects to keep, compared exactly; null or empty keeps all. Its
  *                       `selectedElements` play no part
  * @param parsedStream   receives the objects; free with FreeZQXMLParsedStreamInternal. May be null: then they are freed
- * @param parsedObjects  receives the kinds and names of the objects kept, in the order of the document; free with
- *                       FreeZQStructItemList. May be null
+ * @param parsedObjects  receives the kinds and names of the objects kept, in the order of the document; free as the list
+ *                       of GetNamesFromObjectList. May be null
  * @param status         receives the records; may be null
  * @return 0, also when there are only warnings, or 2 (see the head of the file; 8957 with the text for a time that isn't
  *         of the ISO form). When memory runs out for `parsedObjects` alone, the stream holds the objects beside the

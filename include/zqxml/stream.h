@@ -171,7 +171,8 @@ ZQXML_API int LoadCurrencyDetailList(const char *text, ZQCurrencyDetailList *lis
  *
  * @param document the document. Its XML declaration, with an encoding in double quotes, has to stand in the first 80
  *                 bytes. Blanks behind the declaration are left out of the copy
- * @param codeSet  number of the code set, see zqxml/codeset.h
+ * @param codeSet  number of the code set, see zqxml/codeset.h. One without a charset leaves the encoding empty, and such a
+ *                 copy can't be read
  * @param result   receives the copy, a heap text to free; null if there is no such declaration or memory runs out
  */
 ZQXML_API void SetEncodingForXMLDoc(const char *document, int codeSet, char **result);

@@ -94,6 +94,16 @@ TEST(DocumentLimits, Objects) {
   EXPECT_FALSE(limits.addObject(1));
 }
 
+TEST(DocumentLimits, Reading) {
+  DocumentLimits limits;
+  limits.begin(64);
+  limits.addSize(10);
+  EXPECT_TRUE(limits.addReading(33554432 + 160));
+  EXPECT_FALSE(limits.addReading(1));
+  limits.begin(64);
+  EXPECT_TRUE(limits.addReading(1));
+}
+
 // A document that would cost much, what a listing and a parse of it give, and where.
 struct Costly {
   const char* name;
@@ -178,6 +188,61 @@ INSTANTIATE_TEST_SUITE_P(All, CostlyDocuments, testing::ValuesIn(costlyDocuments
                            return name;
                          });
 
+// An attribute that is declared again gives a warning.
+TEST(LargeDocuments, AThousandWarningsAreRecorded) {
+  for (const size_t warnings : {0UL, 1UL, 999UL, 1000UL, 1001UL, 100000UL}) {
+    const std::string document =
+        withType("<!ATTLIST other" + repeated(" a CDATA ''", warnings + 1) + ">", filter(""));
+    for (const char* end : {"", "<bogus>"}) {
+      const bool bad = *end != '\0';
+      Parsed parsed(sharedHandle(), document + end);
+      EXPECT_EQ(parsed.result, bad ? 2 : 0);
+      const auto records = std::count(parsed.status.begin(), parsed.status.end(), '/');
+      EXPECT_EQ(records, std::min<long>(static_cast<long>(warnings), 1000) + (bad ? 1 : 0));
+      EXPECT_EQ(parsed.status.starts_with("2/8940 "), bad);
+    }
+    const Listing listing = listWith(sharedHandle(), ZQXML_INPUT_MEMORY, document);
+    EXPECT_EQ(listing.objects, "filter F");
+    EXPECT_EQ(listing.line, warnings == 0 ? 0U : 1U);
+    EXPECT_LT(listing.seconds, kSeconds);
+  }
+}
+
+// What is read again each time: a text that grows, and one that stays. Small numbers of them pass.
+TEST(LargeDocuments, RepeatedElementsAreRefusedBeforeTheyCostMuch) {
+  const auto growing = [](const std::string& name, size_t count) {
+    return repeated("<" + name + ">" + std::string(20, 'x') + "</" + name + ">", count);
+  };
+  const auto staying = [](const std::string& name, size_t count) {
+    return "<" + name + ">" + std::string(500'000, 'x') + "</" + name + ">" +
+           repeated("<" + name + "/>", count);
+  };
+  for (const char* name : {"helpText", "owner", "filterName"}) {
+    EXPECT_EQ(outcomeOf(inRoot(filter(growing(name, 1000)))).substr(0, 11), "0 | filter ") << name;
+    EXPECT_EQ(outcomeOf(inRoot(filter(staying(name, 50)))).substr(0, 11), "0 | filter ") << name;
+    for (const std::string& contents : {growing(name, 100'000), staying(name, 100'000)}) {
+      const std::string document = inRoot(filter(contents));
+      Parsed parsed(sharedHandle(), document);
+      EXPECT_EQ(parsed.result, 2) << name;
+      EXPECT_EQ(parsed.status, "2/8944 line: 1, column " + std::to_string(parsed.column));
+      EXPECT_LT(parsed.column, document.size() * 3 / 4);
+    }
+  }
+  const auto command = [](const std::string& contents) {
+    return filter("<ifActions><action><runProcess>" + contents +
+                  "</runProcess></action></ifActions>");
+  };
+  EXPECT_EQ(Parsed(sharedHandle(), inRoot(command(staying("command", 50)))).result, 0);
+  EXPECT_EQ(Parsed(sharedHandle(), inRoot(command(growing("command", 100'000)))).result, 2);
+}
+
+TEST(LargeDocuments, LongTextsAndManyOfThemPass) {
+  const std::string help = "<helpText>" + std::string(1'000'000, 'x') + "</helpText>";
+  EXPECT_EQ(Parsed(sharedHandle(), inRoot(repeated(filter(help), 30))).result, 0);
+  EXPECT_EQ(
+      Parsed(sharedHandle(), inRoot(repeated(filter("<helpText>x</helpText>"), 30000))).result, 0);
+}
+
 TEST(LargeDocuments, ManyNamesPass) {
   constexpr int kMany = 150000;
   EXPECT_EQ(outcomeOf(inRoot(filter("<helpText" + numbered(" a", "=''", kMany) + "/>"))),
@@ -190,7 +255,7 @@ TEST(LargeDocuments, ManyNamesPass) {
 TEST(DocumentLimitsOfObjects, ObjectsWithoutANameAreRefusedBeyondSixteenMegabytes) {
   // 12,787 records fit into 16 MiB; each element lets in 50 bytes for each of its 9.
   EXPECT_EQ(sizeof(ZQXMLObjectList), 1312U);
-  const auto result = [](int count) {
+  const auto result = [](size_t count) {
     Parsed parsed(sharedHandle(), inRoot(repeated("<filter/>", count)));
     return parsed.result;
   };

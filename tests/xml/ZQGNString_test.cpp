@@ -254,6 +254,14 @@ TEST(GNString, DetachOfATextThatWasNeverWrittenIsTheEmptyText) {
   EXPECT_EQ(contents(string), "abc");
 }
 
+TEST(GNString, DetachToNowhereLeavesTheText) {
+  ZQGNString text;
+  EXPECT_EQ(text.DetachStrReference(nullptr), 0);
+  text += "abc";
+  EXPECT_EQ(text.DetachStrReference(nullptr), 0);
+  EXPECT_STREQ(text, "abc");
+}
+
 TEST(GNString, DetachTwiceGivesTheEmptyTextTheSecondTime) {
   ZQGNString string;
   string += "abc";

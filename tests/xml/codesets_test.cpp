@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <string>
 
+#include "fault/FailingAllocations.h"
+#include "xml/DOMTree.h"
 #include "xml/ElementSink.h"
 #include "xml/Listing.h"
 #include "xml/ZQGNString.h"
@@ -15,6 +17,7 @@
 #include "xml/ZQXMLTagHash.h"
 #include "xml/ZQXMLText.h"
 #include "xml/handlers/ElementReaders.h"
+#include "zqxml/builders.hpp"
 
 namespace {
 
@@ -188,6 +191,46 @@ TEST_F(CodeSets, PathsAreTakenAsTheyAre) {
   InitMbutilExt(1);
   EXPECT_EQ(listFile(path).text(), kGoodListing);
   EXPECT_EQ(listFile("file://" + folder.path() + "/caf%E9.xml").text(), kGoodListing);
+}
+
+// In Turkish locales a capital "I" isn't that of "i".
+TEST_F(CodeSets, AddressesAreTheSameInEveryLocale) {
+  const TestFolder folder;
+  const std::string path = folder.write("document.xml", kGoodDocument);
+  for (const char* charset : {"UTF-8", "ISO-8859-9"}) {
+    useLocale("tr_TR", charset);
+    for (const char* scheme : {"FILE:", "File://", "file://LOCALHOST"}) {
+      EXPECT_EQ(listFile(scheme + path).text(), kGoodListing) << charset << " " << scheme;
+    }
+  }
+}
+
+// The transcoder of a code set is made when the first text needs it.
+TEST_F(CodeSets, ATreeIsPrintedOrMemoryIsOut) {
+  const DOMTree tree;
+  tree.root()->appendChild(tree->createTextNode(u"\u65e5"));
+  const long injected = fault::forEachFailure([&](auto arm) {
+    InitMbutilExt(1);
+    toLocal(u"\u00e9");
+    InitMbutilExt(4);
+    ZQGNString text;
+    int result = 0;
+    bool happened = false;
+    {
+      const auto failing = arm();
+      result = PrintDOMNode(0, tree.root(), text);
+      happened = fault::FailingAllocations::happened();
+    }
+    EXPECT_EQ(result, happened ? 300 : 0);
+    if (result == 0) {
+      EXPECT_STREQ(text, "<root>\xC6\xFC</root>\n");
+    }
+    // The code set before it is still what it was.
+    InitMbutilExt(1);
+    EXPECT_EQ(toLocal(u"\u00e9"), "\xE9");
+    return happened;
+  });
+  EXPECT_GT(injected, 2);
 }
 
 TEST_F(CodeSets, ALocalesOwnCodeSetIsTheLocalCodePage) {

@@ -312,6 +312,62 @@ TEST(GetFromXML, AnEmptyObjectGivesEmptyOutputs) {
   }
 }
 
+// Outputs need not be initialised.
+TEST(GetFromXML, WhatTheOutputsHeldIsOverwritten) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    ZQXMLObjectList* node = newNode(kind, "N");
+    ZQXMLParsedStream stream = {node};
+    Object out;
+    memset(static_cast<void*>(&out), 0xA5, sizeof out);
+    strcpy(kind.nameOf(out), "N");
+    EXPECT_EQ(kind.get(&stream, "N", out, all(kind), nullptr), 0);
+    // Bytes of an array behind its text are left alone.
+    std::string shown = kind.dump(out);
+    std::erase(shown, '\0');
+    std::erase(shown, '\xA5');
+    EXPECT_EQ(shown, kind.dump(node->object));
+    FreeZQXMLObjectList(node, 1);
+  }
+}
+
+// An array that lacks its zero is never read beyond its end.
+TEST(GetFromXML, ArraysWithoutTheirZeroAreCut) {
+  ZQXMLObjectList* filter = newNode(kinds()[1], "F");
+  ZQXMLObjectList* views = newViews();
+  const auto fill = [](auto& array) { memset(array, 'x', sizeof array); };
+  fill(filter->object.filter.name);
+  filter->object.filter.xmlDocVersion = -1;
+  fill(filter->object.filter.owner);
+  fill(filter->object.filter.lastChanged);
+  fill(views->object.vui.name);
+  fill(views->object.vui.vuiList.items[0].vuiName);
+  filter->next = views;
+  const std::string cut(sizeof(ZQNameType) - 1, 'x');
+  ZQStructItemList names = {};
+  EXPECT_EQ(GetNamesFromObjectList(filter, &names, nullptr), 0);
+  ASSERT_EQ(names.numItems, 2U);
+  EXPECT_EQ(names.items[0].name, cut);
+  EXPECT_EQ(names.items[1].name, cut);
+  ASSERT_EQ(names.items[1].selectedElements.numItems, 2U);
+  EXPECT_EQ(names.items[1].selectedElements.items[0], cut);
+  EXPECT_STREQ(names.items[1].selectedElements.items[1], "Web");
+  free(names.items[1].selectedElements.items);
+  FreeZQStructItemList(&names, 0);
+  EXPECT_EQ(GetXMLObject(filter, (cut + "x").c_str(), ZQXML_FILTER), filter);
+  EXPECT_EQ(GetXMLObject(filter, cut.c_str(), ZQXML_FILTER), nullptr);
+  ZQXMLParsedStream stream = {filter};
+  ZQAccessNameType owner;
+  ZQAccessNameType lastChanged;
+  EXPECT_EQ(GetFilterFromXML(&stream, (cut + "x").c_str(), nullptr, nullptr, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, owner, lastChanged, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, nullptr),
+            0);
+  EXPECT_EQ(owner, std::string(sizeof owner - 1, 'x'));
+  EXPECT_EQ(lastChanged, std::string(sizeof owner - 1, 'x'));
+  FreeZQXMLObjectList(filter, 1);
+}
+
 // What was filled before a failure stays with the caller, the rest is left alone.
 TEST(GetFromXML, FailingAllocationsGive300) {
   for (const Kind& kind : kinds()) {
