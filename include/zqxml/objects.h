@@ -3,7 +3,8 @@
  * The objects of a parsed definition document: looking them up, fetching them, freeing them.
  *
  * ParseXMLDocument (zqxml/parser.h) gives a stream, which owns the chain of its objects. Each `Get<Object>FromXML` looks
- * an object up by kind and name and hands out deep copies of those parts that the caller asks for. The first object of
+ * an object up by kind and name and hands out deep copies of those parts that the caller asks for. In this version
+ * documents give filters and escalations; the other kinds are there for chains that a program builds. The first object of
  * a name and kind in the document is the one that is found; names are compared byte for byte.
  *
  * What all of the family share:
