@@ -104,7 +104,7 @@ ZQXML_API int GetListXMLObjects(ZQXMLParserHandle *handle, const ZQXMLInputDoc *
  * Reads the objects of a definition document, all or those of a selection.
  *
  * The document is a "root" element with filters and escalations in any order; any other element in their place is
- * refused with 8941. Deliberate: in this version so are all other kinds of objects, which GetListXMLObjects lists.
+ * refused with 8941. In this version so are all other kinds of objects, which GetListXMLObjects lists.
  * An object that isn't asked for is dropped when its name is seen, an object without a name never. That a selected
  * object isn't in the document is no error here: GetFilterFromXML and its like (zqxml/objects.h) will say so. A document
  * that fails gives out no object. `parsedStream`, `parsedObjects` and `status` are emptied first, without freeing what
