@@ -7,7 +7,7 @@
  * | `docType` | What a call does |
  * |---|---|
  * | 1 | stores a heap text in `u.doc`, which is overwritten; free it with FreeZQXMLOutputDocInternal(). Set it to null first: a failure may leave it as it was |
- * | 2 | appends to the file that `u.doc` names. Deliberate: the results of the writes aren't looked at |
+ * | 2 | appends to the file that `u.doc` names; a new one has mode 0777 less the umask. Deliberate: the results of the writes aren't looked at |
  * | 4 | writes to the descriptor `u.fileHandle` |
  *
  * The calls return 0 or the severity of the failure, and add a record to `status`, which may be null: 8952 for another

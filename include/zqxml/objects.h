@@ -129,7 +129,8 @@ ZQXML_API int GetFieldFromXML(ZQXMLParsedStream *stream, const char *name, ZQInt
 /**
  * Frees the chain of a stream; null is ignored.
  *
- * Deliberate: the contents of containers and of standalone fields are left alone, see FreeZQXMLObjectList.
+ * Deliberate: the contents of containers and of standalone fields are left alone, see FreeZQXMLObjectList, and so is the
+ * one node of each query in a condition that FreeZQFieldValueOrArithStruct leaves.
  *
  * @param stream     the stream, which is empty afterwards
  * @param freeStruct 0: the stream record stays; otherwise it is a heap block and freed too
