@@ -46,5 +46,7 @@ if(PROJECT_IS_TOP_LEVEL)
   set(CPACK_PACKAGE_CONTACT "libzqxml maintainers <maintainers@zqxml.invalid>")
   set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+  # For zqxml/builders.hpp and the static library.
+  set(CPACK_DEBIAN_PACKAGE_RECOMMENDS libxerces-c-dev)
   include(CPack)
 endif()

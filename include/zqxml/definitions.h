@@ -6,8 +6,8 @@
  *
  * | `docType` | What a call does |
  * |---|---|
- * | 1 | stores a heap text in `u.doc`; free it with FreeZQXMLOutputDocInternal() |
- * | 2 | appends to the file that `u.doc` names. Deliberate: the results of the writes aren't looked at |
+ * | 1 | stores a heap text in `u.doc`, which is overwritten; free it with FreeZQXMLOutputDocInternal(). Set it to null first: a failure may leave it as it was |
+ * | 2 | appends to the file that `u.doc` names; a new one has mode 0777 less the umask. Deliberate: the results of the writes aren't looked at |
  * | 4 | writes to the descriptor `u.fileHandle` |
  *
  * The calls return 0 or the severity of the failure, and add a record to `status`, which may be null: 8952 for another
@@ -18,7 +18,8 @@
  *
  * - `includeDocFrame`: 1 writes header and footer around the object, so a whole document. Any other number writes the
  *   object alone, one tab deep: so several objects form one document between SetDocHeaderToXML() and
- *   SetDocFooterToXML(), for a file or a descriptor.
+ *   SetDocFooterToXML(), for a file or a descriptor. The header declares an encoding by the name of the locale; texts
+ *   in UTF-8 ask for SetEncodingForXMLDoc(), see SetDocHeaderToXML().
  * - The parts of the object, in the order in which `Get<Object>FromXML` gives them out. A part that is null is left out
  *   of the document; so are names and users that are empty, and lists without elements. The help text stands also when it
  *   is empty.
@@ -43,7 +44,8 @@ ZQXML_BEGIN_DECLS
  * Writes the header: the XML declaration, 29 blanks that leave room for a longer encoding, and the start of "root". The
  * encoding is that of the locale's code set, where a part of iso-8859 is declared as the Windows code page:
  * 1 windows-1252, 2 windows-1250, 4 windows-1257, 5 windows-1251, 7 windows-1253. It is taken from the name of the
- * locale, not from the bytes: in a UTF-8 locale use SetEncodingForXMLDoc() with code set 65.
+ * locale, not from the bytes, and never is UTF-8: where texts are in UTF-8 and not plain ASCII, write the document to
+ * memory, let SetEncodingForXMLDoc() (zqxml/stream.h) with code set 65 declare it, and store that.
  */
 ZQXML_API int SetDocHeaderToXML(ZQXMLOutputDoc *outputDoc, ZQStatusList *status);
 

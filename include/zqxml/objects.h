@@ -3,7 +3,8 @@
  * The objects of a parsed definition document: looking them up, fetching them, freeing them.
  *
  * ParseXMLDocument (zqxml/parser.h) gives a stream, which owns the chain of its objects. Each `Get<Object>FromXML` looks
- * an object up by kind and name and hands out deep copies of those parts that the caller asks for. The first object of
+ * an object up by kind and name and hands out deep copies of those parts that the caller asks for. In this version
+ * documents give filters and escalations; the other kinds are there for chains that a program builds. The first object of
  * a name and kind in the document is the one that is found; names are compared byte for byte.
  *
  * What all of the family share:
@@ -129,7 +130,8 @@ ZQXML_API int GetFieldFromXML(ZQXMLParsedStream *stream, const char *name, ZQInt
 /**
  * Frees the chain of a stream; null is ignored.
  *
- * Deliberate: the contents of containers and of standalone fields are left alone, see FreeZQXMLObjectList.
+ * Deliberate: the contents of containers and of standalone fields are left alone, see FreeZQXMLObjectList, and so is the
+ * one node of each query in a condition that FreeZQFieldValueOrArithStruct leaves.
  *
  * @param stream     the stream, which is empty afterwards
  * @param freeStruct 0: the stream record stays; otherwise it is a heap block and freed too

@@ -63,6 +63,8 @@ enum ZQXMLObjectKind {
  * end the process because it sees no way on (its panic handler), the call fails with 8938 instead, unless the program has
  * started the platform before.
  *
+ * The platform stays up to the end of the process; leak checkers may call blocks of it possibly lost.
+ *
  * @param status receives a record on failure; may be null
  * @return 0, or 2 with message 8938 and the platform's own text, or 300
  */
@@ -102,7 +104,8 @@ ZQXML_API int GetListXMLObjects(ZQXMLParserHandle *handle, const ZQXMLInputDoc *
 /**
  * Reads the objects of a definition document, all or those of a selection.
  *
- * The document is a "root" element with objects of any kind in any order; any other element in their place is refused.
+ * The document is a "root" element with filters and escalations in any order; any other element in their place is
+ * refused with 8941. In this version so are all other kinds of objects, which GetListXMLObjects lists.
  * An object that isn't asked for is dropped when its name is seen, an object without a name never. That a selected
  * object isn't in the document is no error here: GetFilterFromXML and its like (zqxml/objects.h) will say so. A document
  * that fails gives out no object. `parsedStream`, `parsedObjects` and `status` are emptied first, without freeing what

@@ -20,6 +20,11 @@ done
 test "$(basename "$(readlink -f "$libdir/libzqxml.so")")" = "$(basename "$(readlink -f "$libdir/libzqxml.so.1")")"
 find "$prefix/include" -type f | grep -v '/zqxml/[a-z0-9_]*\.hp*$' && { echo "a private header was installed"; exit 1; }
 
+# The tool finds its library, and what only the static library needs isn't asked for.
+test "$(env -u LD_LIBRARY_PATH "$prefix/bin/zqxml" --version)" = "zqxml 1.0.0"
+cp "$libdir/pkgconfig/zqxml.pc" "$work"
+PKG_CONFIG_LIBDIR=$work pkg-config --cflags --libs zqxml >/dev/null || { echo "zqxml.pc asks for other packages"; exit 1; }
+
 export LD_LIBRARY_PATH="$libdir"
 check() {
   "$1" "$document" >"$work/output"
@@ -37,9 +42,20 @@ for program in builders builders_static; do
   check "$work/cmake/$program" "$here/builders.expected"
 done
 
+# The runtime of a sanitized C++ library comes with the C++ compiler.
+case $flags in
+*-fsanitize*) ;;
+*)
+  cmake -S "$here/cmake-c" -B "$work/cmake-c" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$cc" \
+    -DCMAKE_C_FLAGS="$flags" -DCMAKE_DISABLE_FIND_PACKAGE_XercesC=ON >"$work/configure-c.log" 2>&1 ||
+    { cat "$work/configure-c.log"; exit 1; }
+  cmake --build "$work/cmake-c" >"$work/build-c.log" 2>&1 || { cat "$work/build-c.log"; exit 1; }
+  check "$work/cmake-c/consumer" "$expected"
+  ;;
+esac
+
 export PKG_CONFIG_PATH="$libdir/pkgconfig"
 test "$(pkg-config --modversion zqxml)" = 1.0.0
-# The runtime of a sanitized C++ library comes with the C++ compiler.
 case $flags in
 *-fsanitize*) c_linker=$cxx ;;
 *) c_linker=$cc ;;
@@ -53,4 +69,4 @@ $cxx $flags -std=c++20 -Wall -Wextra -pedantic -Werror "$here/builders.cpp" -o "
 check "$work/pc_c" "$expected"
 check "$work/pc_cpp" "$expected"
 check "$work/pc_builders" "$here/builders.expected"
-echo "9 programs built against the installed files give what is expected"
+echo "The programs built against the installed files give what is expected"

@@ -69,6 +69,27 @@ class Check(toolcase.ToolCase):
         path = self.file("a.xml", "<root><filter><a/><b/></filter></root>".encode("utf-16"))
         self.check(["check", path], 1, "", error(path, 1, 19, "The element is not allowed here: a", 8941))
 
+    def test_a_document_of_16_bit_units_from_a_pipe(self):
+        document = "<root><filter><a/><b/></filter></root>"
+        self.check(["check", "-"], 1, "", error("<stdin>", 1, 19, "The element is not allowed here: a", 8941),
+                   stdin=document.encode("utf-16"))
+        self.check(["check", "-"], 0, "", stdin="<root/>".encode("utf-16"))
+
+    def test_addresses(self):
+        good = self.file("a b.xml", "<root/>")
+        bad = "file://" + self.file("c.xml", "<root><filter><a/><b/></filter></root>")
+        self.check(["check", "file://" + good.replace(" ", "%20")], 0, "")
+        self.check(["check", bad], 1, "", error(bad, 1, 19, "The element is not allowed here: a", 8941))
+        self.check(["check", "http://localhost/a.xml"], 2, "",
+                   "http://localhost/a.xml: error: The XML parser reports: Only local paths and \"file:\" addresses "
+                   "of this host are opened: http://localhost/a.xml [8940]\n")
+
+    def test_a_detail_stands_on_one_line(self):
+        path = self.file("a.xml", "<root><filter><modifiedDate>\n&#xF8FA;[31m\x7f</modifiedDate></filter></root>")
+        code, out, err = self.run_tool("check", path)
+        self.assertEqual((code, out), (1, b""))
+        self.assertIn(b": \\n\\u001b[31m\\u007f [8957]\n", err)
+
     def test_the_outermost_element_ends_it(self):
         path = self.file("a.xml", "<filter><a/></filter>")
         self.check(["check", path], 1, "", error(path, 1, 9, "The element is not allowed here: filter", 8941))
@@ -112,10 +133,10 @@ class Check(toolcase.ToolCase):
                    "(bits beyond the mask aren't written)\n")
 
     def test_what_cannot_be_read_back_is_a_fault(self):
-        path = self.file("a.xml", "<root><filter><filterName>F</filterName><ifActions><action><setFieldList><setField>"
+        path = self.file("a.xml", "<root><filter><filterName>F&#10;</filterName><ifActions><action><setFieldList><setField>"
                          "<fieldID>1</fieldID><fieldValue><field/></fieldValue></setField></setFieldList></action>"
                          "</ifActions></filter></root>")
-        self.check(["check", "--round-trip", path], 1, f"{path}: filter F: can't be read back: message 8943\n")
+        self.check(["check", "--round-trip", path], 1, f"{path}: filter F\\n: can't be read back: message 8943\n")
 
 
 if __name__ == "__main__":

@@ -20,6 +20,10 @@ class List(toolcase.ToolCase):
         self.check(["list", self.file("a.xml", DOCUMENT)], 0,
                    "filter\tAlpha\ncontainer\tBox\tapplication\nform\tBeta\nvui\tBeta\n")
 
+    def test_control_characters_in_names_are_written_as_in_json(self):
+        path = self.file("a.xml", "<root><filter><filterName>a\u00fc&#10;b&#9;c&#13;&#xF8FA;[31m\x7f\\</filterName></filter></root>")
+        self.check(["list", path], 0, "filter\ta\u00fc\\nb\\tc\\r\\u001b[31m\\u007f\\\n")
+
     def test_standard_input(self):
         self.check(["list", "-"], 0, "filter\tAlpha\ncontainer\tBox\tapplication\nform\tBeta\nvui\tBeta\n",
                    stdin=DOCUMENT.encode())

@@ -134,6 +134,11 @@ class Objects(toolcase.ToolCase):
         new = self.file("new.xml", document(filter_text("Twice", 1), filter_text("Twice", 3)))
         self.check(["diff", old, new], 1, "~ filter Twice (2): /executionOrder: 2 -> 3\n")
 
+    def test_diff_writes_a_name_on_one_line(self):
+        old = self.file("old.xml", document(filter_text("a&#10;b", 1)))
+        new = self.file("new.xml", document(filter_text("a&#10;b", 2)))
+        self.check(["diff", old, new], 1, "~ filter a\\nb: /executionOrder: 1 -> 2\n")
+
     def test_diff_of_members_that_one_side_lacks(self):
         old = document(filter_text("F")).replace("<executeOn/>", "<executeOn/><ifActions><action><runProcess><command>a"
                                                  "</command></runProcess></action></ifActions>")

@@ -18,12 +18,18 @@ class SelfDescription(toolcase.ToolCase):
              'printf "%s\\n" "${COMPREPLY[@]}"'], capture_output=True, text=True, check=True, cwd=self.folder)
         return done.stdout.split()
 
-    def test_bash_completes_subcommands_options_and_files(self):
+    def test_bash_completes_subcommands_and_options(self):
         self.assertEqual(self.complete("zqxml", "mes"), ["message"])
         self.assertEqual(set(self.commands()) - set(self.complete("zqxml", "")), set())
         self.assertEqual(self.complete("zqxml", "list", "--co"), ["--count"])
-        self.file("some.xml", "")
-        self.assertEqual(self.complete("zqxml", "list", "so"), ["some.xml"])
+
+    def test_bash_completes_names_of_files_by_itself(self):
+        # Only the shell's own completion gets names with blanks, quotes and folders right.
+        self.file("some file.xml", "")
+        self.assertEqual(self.complete("zqxml", "list", "so"), [])
+        script = self.file("completion.bash", self.run_tool("completion", "bash")[1])
+        done = subprocess.run(["bash", "-c", f". {script}; complete -p zqxml"], capture_output=True, text=True, check=True)
+        self.assertEqual(done.stdout, "complete -o default -F _zqxml zqxml\n")
 
     def test_fish_names_every_subcommand(self):
         text = self.run_tool("completion", "fish")[1].decode()

@@ -1,6 +1,10 @@
 // zqxml check: all faults of documents.
 
+#include <sys/mman.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -98,7 +102,7 @@ int checkRoundTrip(Parser& parser, const Document& document, const std::string& 
   int result = kDone;
   for (const ZQXMLObjectList* node : objectsOf(stream)) {
     const std::string label =
-        document.name() + ": " + objectKind(*node) + " " + objectName(*node) + ": ";
+        document.name() + ": " + objectKind(*node) + " " + onOneLine(objectName(*node)) + ": ";
     std::string written;
     Stream again;
     StatusList faults;
@@ -129,18 +133,41 @@ bool isPlainText(const std::string& content) {
   return content.find('\0') == std::string::npos;
 }
 
+int checkOnce(Parser& parser, Document& document) {
+  Stream stream;
+  const int result = parseObjects(parser, document, stream);
+  uint64_t line = 0;
+  GetXMLParserPosition(parser.handle(), &line, nullptr);
+  // Without a place there was nothing to read.
+  return result == kDone || line == 0 ? result : static_cast<int>(kAnswerIsNo);
+}
+
+// The file that the content was read from may be a pipe, which has no more of it.
+int checkContent(Parser& parser, const std::string& name, const std::string& content) {
+  const int descriptor = memfd_create("document", MFD_CLOEXEC);
+  const File file(descriptor < 0 ? nullptr : fdopen(descriptor, "wb"), fclose);
+  if (file == nullptr || fwrite(content.data(), 1, content.size(), file.get()) != content.size() ||
+      fflush(file.get()) != 0) {
+    return reportFileFault(name, errno);
+  }
+  Document document("/proc/self/fd/" + std::to_string(descriptor), name);
+  return checkOnce(parser, document);
+}
+
 int check(Parser& parser, const std::string& file, bool roundTrip, std::string& report) {
   Document document(file);
   if (!document.isReadable()) {
     return kFileFault;
+  }
+  if (document.isAddress()) {
+    return checkOnce(parser, document);
   }
   const std::optional<std::string> content = readFile(file);
   if (!content.has_value()) {
     return kFileFault;
   }
   if (!isPlainText(*content)) {
-    Stream stream;
-    return parseObjects(parser, document, stream) == kDone ? kDone : kAnswerIsNo;
+    return checkContent(parser, document.name(), *content);
   }
   if (reportAllFaults(parser, document, *content) > 0) {
     return kAnswerIsNo;
@@ -180,5 +207,8 @@ void addCheck(CLI::App& app, int& exitCode) {
   command->add_flag("--round-trip", options->roundTrip,
                     "Write and read each object, and print what changes");
   options->output.addOption(*command);
-  command->callback([options, &exitCode] { exitCode = run(*options); });
+  command->callback([options, &exitCode] {
+    checkStandardInputOnce(options->files);
+    exitCode = run(*options);
+  });
 }

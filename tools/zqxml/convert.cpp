@@ -218,6 +218,7 @@ void addConvert(CLI::App& app, int& exitCode) {
     if (const std::string fault = faultOf(*options); !fault.empty()) {
       throw CLI::ValidationError("convert", fault);
     }
+    checkStandardInputOnce(options->files);
     exitCode = run(*options);
   });
 }

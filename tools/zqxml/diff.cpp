@@ -9,6 +9,7 @@
 
 #include "commands.h"
 #include "compare.h"
+#include "input.h"
 #include "objects.h"
 #include "output.h"
 
@@ -56,7 +57,7 @@ Objects objectsIn(const Stream& stream, bool ignoreMeta) {
 
 std::string label(const Key& key) {
   const auto& [kind, name, number] = key;
-  return kind + " " + name + (number > 0 ? " (" + std::to_string(number + 1) + ")" : "");
+  return kind + " " + onOneLine(name) + (number > 0 ? " (" + std::to_string(number + 1) + ")" : "");
 }
 
 Json orNull(const Json& json) {
@@ -139,10 +140,15 @@ void addDiff(CLI::App& app, int& exitCode) {
   command->add_option("OLD", options->left, "The first document; - is standard input")
       ->required()
       ->option_text(" ");
-  command->add_option("NEW", options->right, "The second document")->required()->option_text(" ");
+  command->add_option("NEW", options->right, "The second document; - if the first is not")
+      ->required()
+      ->option_text(" ");
   command->add_flag("--ignore-meta", options->ignoreMeta,
                     "Leave out owner, author, date and history of changes of the objects");
   command->add_flag("--json", options->json, "Print JSON");
   options->output.addOption(*command);
-  command->callback([options, &exitCode] { exitCode = run(*options); });
+  command->callback([options, &exitCode] {
+    checkStandardInputOnce({options->left, options->right});
+    exitCode = run(*options);
+  });
 }

@@ -65,7 +65,7 @@ void printRecord(const std::string& place, const ZQStatusStruct& record,
   const std::string text = textOf(record);
   std::cerr << place << ": " << severityName(record.messageType) << ": " << text;
   if (!detail.empty()) {
-    std::cerr << (text.empty() ? "" : ": ") << detail;
+    std::cerr << (text.empty() ? "" : ": ") << onOneLine(detail);
   }
   std::cerr << " [" << record.messageNum << "]\n";
 }
@@ -76,22 +76,34 @@ Document::Document(const std::string& fileName)
     : path(fileName == "-" ? kStandardInput : fileName),
       shownName(fileName == "-" ? "<stdin>" : fileName) {}
 
+Document::Document(std::string documentPath, std::string name)
+    : path(std::move(documentPath)), shownName(std::move(name)) {}
+
+bool Document::isAddress() const {
+  return path.find(':') != std::string::npos && access(path.c_str(), F_OK) != 0;
+}
+
 bool Document::isReadable() const {
-  if (path.find(':') != std::string::npos && access(path.c_str(), F_OK) != 0) {
-    return true;  // An address: the library says what it thinks of it.
-  }
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) {
-    reportFileFault(shownName, errno);
-    return false;
+  if (isAddress()) {
+    return true;  // The library says what it thinks of it.
   }
   struct stat information;
-  const bool isFolder = fstat(descriptor, &information) == 0 && S_ISDIR(information.st_mode);
-  close(descriptor);
-  if (isFolder) {
-    reportFileFault(shownName, EISDIR);
+  int error = stat(path.c_str(), &information) == 0 ? 0 : errno;
+  if (error == 0 && S_ISDIR(information.st_mode)) {
+    error = EISDIR;
   }
-  return !isFolder;
+  // Whoever writes into a pipe would take the closing for the end of the reading.
+  if (error == 0 && !S_ISFIFO(information.st_mode)) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    error = descriptor < 0 ? errno : 0;
+    if (descriptor >= 0) {
+      close(descriptor);
+    }
+  }
+  if (error != 0) {
+    reportFileFault(shownName, error);
+  }
+  return error == 0;
 }
 
 ZQXMLInputDoc Document::input() {

@@ -31,8 +31,14 @@ class Document {
   // "-" is standard input.
   explicit Document(const std::string& fileName);
 
+  // One that messages call otherwise than its file.
+  Document(std::string path, std::string shownName);
+
   // What messages call it.
   const std::string& name() const { return shownName; }
+
+  // Whether it is told by a "file:" address or the like, which only the library opens.
+  bool isAddress() const;
 
   // Whether it can be opened. If not, the reason is told on standard error.
   bool isReadable() const;

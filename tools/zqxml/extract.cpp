@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "input.h"
 #include "objects.h"
 #include "output.h"
 
@@ -63,5 +64,8 @@ void addExtract(CLI::App& app, int& exitCode) {
       ->allow_extra_args(false)
       ->option_text("KIND:GLOB");
   options->output.addOption(*command);
-  command->callback([options, &exitCode] { exitCode = run(*options); });
+  command->callback([options, &exitCode] {
+    checkStandardInputOnce(options->files);
+    exitCode = run(*options);
+  });
 }

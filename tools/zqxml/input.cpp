@@ -1,8 +1,16 @@
 #include "input.h"
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cerrno>
 
 #include "output.h"
+
+void checkStandardInputOnce(const std::vector<std::string>& files) {
+  if (std::count(files.begin(), files.end(), "-") > 1) {
+    throw CLI::ValidationError("-", "standard input can stand only once");
+  }
+}
 
 std::string shownName(const std::string& path) {
   return path == "-" ? "<stdin>" : path;

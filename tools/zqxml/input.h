@@ -6,8 +6,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 using File = std::unique_ptr<FILE, int (*)(FILE*)>;
+
+// Standard input can be read only once: if "-" stands among the files more often, that is thrown as
+// a fault of the command line.
+void checkStandardInputOnce(const std::vector<std::string>& files);
 
 // What messages call the file.
 std::string shownName(const std::string& path);

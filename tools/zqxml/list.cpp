@@ -10,6 +10,7 @@
 
 #include "commands.h"
 #include "document.h"
+#include "input.h"
 #include "kinds.h"
 #include "output.h"
 
@@ -80,7 +81,7 @@ std::string asText(const std::string& file, const std::vector<Object>& objects, 
   }
   std::string text;
   for (const Object& object : objects) {
-    text += prefix + object.kind + "\t" + object.name;
+    text += prefix + object.kind + "\t" + onOneLine(object.name);
     if (!object.containerType.empty()) {
       text += "\t" + object.containerType;
     }
@@ -144,7 +145,9 @@ void addList(CLI::App& app, int& exitCode) {
   command->footer(
       "A line per object: kind, name and, for containers, type, with tabs between them; ahead of "
       "them the file\nif there are several. Standalone fields are no objects and aren't listed; a "
-      "vui has the name of its form.\nExits with 1 if -k or -n select nothing.");
+      "vui has the name of its form.\nControl characters in names are written as in JSON. Exits "
+      "with 1 if -k or -n select "
+      "nothing.");
   std::map<std::string, uint32_t> words;
   for (const Kind& kind : listedKinds()) {
     words[kind.word] = kind.number;
@@ -163,5 +166,8 @@ void addList(CLI::App& app, int& exitCode) {
   command->add_flag("--count", options->count, "Print how many objects there are");
   command->add_flag("--json", options->json, "Print JSON");
   options->output.addOption(*command);
-  command->callback([options, &exitCode] { exitCode = run(*options); });
+  command->callback([options, &exitCode] {
+    checkStandardInputOnce(options->files);
+    exitCode = run(*options);
+  });
 }

@@ -3,10 +3,12 @@
 #include <zqxml/zqxml.h>
 
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <exception>
 #include <iostream>
 
 #include "commands.h"
+#include "output.h"
 
 namespace {
 
@@ -39,7 +41,14 @@ int run(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kDone : kUsageFault;
+    errno = 0;
+    if (app.exit(error) != 0) {
+      return kUsageFault;
+    }
+    if (std::cout.flush()) {
+      return kDone;
+    }
+    return reportFileFault("standard output", errno != 0 ? errno : EIO);
   }
   return exitCode;
 }

@@ -13,6 +13,7 @@
 #include "commands.h"
 #include "kinds.h"
 #include "messages.h"
+#include "output.h"
 #include "recordjson.h"
 
 namespace {
@@ -144,7 +145,7 @@ int writeObjects(const std::vector<const ZQXMLObjectList*>& objects, std::string
   int result = append(document, "header", SetDocHeaderToXML);
   for (const ZQXMLObjectList* node : objects) {
     if (result == kDone) {
-      result = append(document, objectKind(*node) + " " + objectName(*node),
+      result = append(document, objectKind(*node) + " " + onOneLine(objectName(*node)),
                       [node](ZQXMLOutputDoc* part, ZQStatusList* status) {
                         return withObject(
                             *node, [&](const auto& object) { return write(object, part, status); });

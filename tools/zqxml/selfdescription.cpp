@@ -71,13 +71,13 @@ std::string bashCompletion(const CLI::App& tool) {
   text += "    *) words='" + namesOf(commandsOf(tool)) + " " + joined(flagsOf(tool)) +
           "' ;;\n"
           "  esac\n"
-          "  if [ \"$COMP_CWORD\" -gt 1 ] && [[ $word != -* ]]; then\n"
-          "    COMPREPLY=($(compgen -f -- \"$word\"))\n"
-          "  else\n"
+          "  # Without an answer the shell completes names of files.\n"
+          "  COMPREPLY=()\n"
+          "  if [ \"$COMP_CWORD\" -eq 1 ] || [[ $word == -* ]]; then\n"
           "    COMPREPLY=($(compgen -W \"$words\" -- \"$word\"))\n"
           "  fi\n"
           "}\n"
-          "complete -o filenames -F _zqxml zqxml\n";
+          "complete -o default -F _zqxml zqxml\n";
   return text;
 }
 
