@@ -1,6 +1,5 @@
 // The values of time fields from text: times, durations and times of day.
 
-#include <climits>
 #include <cstdlib>
 
 #include "text/datetime_state.h"

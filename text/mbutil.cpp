@@ -9,13 +9,12 @@
 // here reads past the end of a string, and a character that the end cuts off counts as single
 // bytes.
 
-#include <strings.h>
-
 #include <cctype>
 #include <clocale>
 #include <cstring>
 #include <iterator>
 
+#include "text/asciicase.h"
 #include "text/mbutil_state.h"
 #include "zqxml/multibyte.h"
 
@@ -193,7 +192,7 @@ int InitMbutil(void) {
   }
   codeSetChosenByHost = false;
   for (const Language& language : kLanguages) {
-    if (strncasecmp(name, language.prefix, strlen(language.prefix)) == 0) {
+    if (startsWithIgnoringAsciiCase(name, language.prefix)) {
       return setCodeSet(language.codeSet);
     }
   }

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "text/asciicase.h"
 #include "text/mbutil_codeset.h"
 #include "zqxml/multibyte.h"
 
@@ -124,19 +125,6 @@ constexpr CodePage kDocumentCharsets[] = {
     {"iso-8859-5", "windows-1251"}, {"iso-8859-7", "windows-1253"},
 };
 
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-// Without regard to case, by the letters of ASCII: in Turkish "I" and "i" are two letters.
-bool startsWith(const char* name, const char* prefix) {
-  while (*prefix != '\0' && lower(*name) == lower(*prefix)) {
-    ++name;
-    ++prefix;
-  }
-  return *prefix == '\0';
-}
-
 const char* withoutSlash(const char* name) {
   return *name == '/' ? name + 1 : name;
 }
@@ -195,7 +183,7 @@ int mbGetLocaleCodeSet(void) {
     return 0;
   }
   for (const CodeSetName& row : kLocalePrefixes) {
-    if (startsWith(withoutSlash(name), row.name)) {
+    if (startsWithIgnoringAsciiCase(withoutSlash(name), row.name)) {
       return row.codeSet;
     }
   }
@@ -253,7 +241,7 @@ char* SetCodePage(const char* locale, char* target) {
   }
   strcpy(target, "WESTERN");
   for (const CodePage& page : kCodePages) {
-    if (locale != nullptr && startsWith(withoutSlash(locale), page.sought)) {
+    if (locale != nullptr && startsWithIgnoringAsciiCase(withoutSlash(locale), page.sought)) {
       strcpy(target, page.name);
       break;
     }

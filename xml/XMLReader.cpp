@@ -14,6 +14,7 @@
 #include <xercesc/util/BinFileInputStream.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "text/asciicase.h"
 #include "xml/ZQXMLException.h"
 #include "xml/ZQXMLText.h"
 #include "zqxml/limits.h"
@@ -80,16 +81,6 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-char toLower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-// Whatever the locale: in Turkish ones the C library tells "I" from "i".
-bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char one, char other) { return toLower(one) == toLower(other); });
-}
-
 // The scheme of an address (RFC 3986, 3.1), or nothing if the name has none.
 std::string_view schemeOf(std::string_view name) {
   const size_t colon = name.find(':');
@@ -142,14 +133,14 @@ std::string pathOf(const char* name) {
   if (scheme.empty()) {
     return name;
   }
-  if (!equalsIgnoringCase(scheme, "file")) {
+  if (!equalsIgnoringAsciiCase(scheme, "file")) {
     refuseAddress(name);
   }
   std::string_view rest = whole.substr(scheme.size() + 1);
   if (rest.starts_with("//")) {
     rest.remove_prefix(2);
     const std::string_view host = rest.substr(0, rest.find('/'));
-    if (!host.empty() && !equalsIgnoringCase(host, "localhost")) {
+    if (!host.empty() && !equalsIgnoringAsciiCase(host, "localhost")) {
       refuseAddress(name);
     }
     rest.remove_prefix(host.size());
