@@ -6,65 +6,17 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <vector>
 
 #include "fault/FailingAllocations.h"
 #include "fault/Scenario.h"
 #include "records/AllRecords.h"
-#include "records/RecordWalk.h"
 
 namespace fault {
 
 namespace {
 
 using tools::Fill;
-
-// Takes those parts out of a record that are deliberately left out, without a failure, when memory
-// runs out for them: texts of functional currencies, lists of currencies, and the lists of sort
-// entries, indexes and result list fields.
-class UntoldParts : public RecordWalk<UntoldParts> {
- public:
-  template <typename Record>
-  static void takeOut(void* record) {
-    UntoldParts().record("", *static_cast<Record*>(record));
-  }
-
-  template <typename Record>
-  void record(const char*, Record& member) {
-    if constexpr (std::is_same_v<Record, ZQFuncCurrencyStruct>) {
-      free(member.value);
-      member.value = nullptr;
-    } else if constexpr (std::is_same_v<Record, ZQCurrencyDetailList> ||
-                         std::is_same_v<Record, ZQSortList> ||
-                         std::is_same_v<Record, ZQIndexList> ||
-                         std::is_same_v<Record, ZQEntryListFieldList>) {
-      free(member.items);
-      member = {};
-    } else {
-      records::visit(*this, member);
-    }
-  }
-};
-
-struct TakeOut {
-  std::string_view name;
-  void (*apply)(void* record);
-};
-
-constexpr TakeOut kTakeOuts[] = {
-#define RECORD(name, freeFunction, copyFunction) {#name, UntoldParts::takeOut<name>},
-#include "records/all_records.def"
-#undef RECORD
-};
-
-void takeOutUntoldParts(const RecordKind& kind, AnyRecord& record) {
-  for (const TakeOut& takeOut : kTakeOuts) {
-    if (takeOut.name == kind.name) {
-      takeOut.apply(record.get());
-    }
-  }
-}
 
 size_t blocksAfterFailure(const RecordKind& kind) {
   return std::string_view(kind.name) == "ZQValueStruct" ? 1 : 0;
@@ -95,8 +47,8 @@ void copyRecord(Attempt& attempt, const RecordKind& kind, Fill fill, uint32_t se
   } else {
     AnyRecord twin(kind);
     twin.build(seed, fill, 4);
-    takeOutUntoldParts(kind, twin);
-    takeOutUntoldParts(kind, copy);
+    twin.takeOutUntoldParts();
+    copy.takeOutUntoldParts();
     EXPECT_EQ(copy.dump(), twin.dump());
     give(kind, twin);
   }

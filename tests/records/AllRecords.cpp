@@ -1,10 +1,36 @@
 #include "AllRecords.h"
 
+#include <cstdlib>
+#include <type_traits>
+
+#include "RecordWalk.h"
 #include "zqxml/copy.h"
 #include "zqxml/free.h"
 #include "zqxml/status.h"
 
 namespace {
+
+// Takes those parts out of a record that are deliberately left out, without a failure, when memory
+// runs out for them: texts of functional currencies, lists of currencies, and the lists of sort
+// entries, indexes and result list fields.
+class UntoldParts : public RecordWalk<UntoldParts> {
+ public:
+  template <typename Record>
+  void record(const char*, Record& member) {
+    if constexpr (std::is_same_v<Record, ZQFuncCurrencyStruct>) {
+      free(member.value);
+      member.value = nullptr;
+    } else if constexpr (std::is_same_v<Record, ZQCurrencyDetailList> ||
+                         std::is_same_v<Record, ZQSortList> ||
+                         std::is_same_v<Record, ZQIndexList> ||
+                         std::is_same_v<Record, ZQEntryListFieldList>) {
+      free(member.items);
+      member = {};
+    } else {
+      records::visit(*this, member);
+    }
+  }
+};
 
 // A missing function is nullptr.
 template <auto function>
@@ -38,8 +64,8 @@ std::string dumpAny(const void* record) {
 }
 
 template <typename Record>
-std::string dumpCertainOfAny(const void* record) {
-  return tools::Dumper::dumpCertain(*static_cast<const Record*>(record));
+void takeOutUntoldPartsOfAny(void* record) {
+  UntoldParts().record("", *static_cast<Record*>(record));
 }
 
 template <typename Record>
@@ -63,7 +89,7 @@ constexpr RecordKind kindOf(const char* name, const char* freeName, const char* 
           freeAny<Record, freeFunction>,
           copyAny<Record, copyFunction>,
           dumpAny<Record>,
-          dumpCertainOfAny<Record>,
+          takeOutUntoldPartsOfAny<Record>,
           blocksOfAny<Record>,
           keptBlocksOfAny<Record>};
 }

@@ -21,7 +21,7 @@ struct RecordKind {
   void (*free)(void* record, unsigned char freeStruct);
   unsigned (*copy)(void* dest, const void* source);
   std::string (*dump)(const void* record);
-  std::string (*dumpCertain)(const void* record);
+  void (*takeOutUntoldParts)(void* record);
   std::set<const void*> (*blocks)(const void* record);
   std::vector<void*> (*keptBlocks)(const void* record);
 
@@ -61,7 +61,8 @@ class AnyRecord {
     kind_.build(get(), seed, fill, depth);
   }
   std::string dump() const { return kind_.dump(get()); }
-  std::string dumpCertain() const { return kind_.dumpCertain(get()); }
+  // Frees what a copy may lack although it succeeds, where there was no memory for it.
+  void takeOutUntoldParts() { kind_.takeOutUntoldParts(get()); }
   std::set<const void*> blocks() const { return kind_.blocks(get()); }
   std::vector<void*> keptBlocks() const { return kind_.keptBlocks(get()); }
   void freeBlocks() {

@@ -134,15 +134,6 @@ class Dumper {
     return dumper.text_;
   }
 
-  // Without what a copy may lose although it succeeds, when there is no memory for it.
-  template <typename Record>
-  static std::string dumpCertain(const Record& record) {
-    Dumper dumper;
-    dumper.onlyCertain_ = true;
-    dumper.record("", record);
-    return dumper.text_;
-  }
-
   void scalar(const char* name, const auto& number) {
     char text[48];
     if constexpr (std::is_floating_point_v<std::remove_cvref_t<decltype(number)>>) {
@@ -206,11 +197,7 @@ class Dumper {
     }
   }
 
-  template <typename Record>
-  void record(const char* name, const Record& member) {
-    if (onlyCertain_ && mayBeLost<Record>(name)) {
-      return;
-    }
+  void record(const char* name, const auto& member) {
     line(name, "");
     ++depth_;
     records::visit(*this, member);
@@ -218,15 +205,6 @@ class Dumper {
   }
 
  private:
-  template <typename Record>
-  static bool mayBeLost(const char* name) {
-    return std::is_same_v<Record, ZQSortList> || std::is_same_v<Record, ZQIndexList> ||
-           std::is_same_v<Record, ZQEntryListFieldList> ||
-           std::is_same_v<Record, ZQFuncCurrencyList> ||
-           std::is_same_v<Record, ZQFuncCurrencyStruct> ||
-           strcmp(name, "functionalCurrencies") == 0;
-  }
-
   void line(const char* name, const std::string& value) {
     text_.append(static_cast<size_t>(depth_) * 2, ' ');
     text_ += name;
@@ -237,7 +215,6 @@ class Dumper {
 
   std::string text_;
   int depth_ = 0;
-  bool onlyCertain_ = false;
 };
 
 // The blocks that hang from a record.

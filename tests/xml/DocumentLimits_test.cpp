@@ -75,33 +75,24 @@ TEST(DocumentLimits, BytesOfTheParser) {
   }
 }
 
-TEST(DocumentLimits, Text) {
-  DocumentLimits limits;
-  limits.begin(64);
-  limits.addSize(10);
-  const uint64_t most = 8388608 + 40;
-  EXPECT_TRUE(limits.addText(most));
-  EXPECT_FALSE(limits.addText(1));
-  limits.begin(64);
-  EXPECT_TRUE(limits.addText(1));
-}
-
-TEST(DocumentLimits, Objects) {
-  DocumentLimits limits;
-  limits.begin(64);
-  limits.addSize(10);
-  EXPECT_TRUE(limits.addObject(16777216 + 500));
-  EXPECT_FALSE(limits.addObject(1));
-}
-
-TEST(DocumentLimits, Reading) {
-  DocumentLimits limits;
-  limits.begin(64);
-  limits.addSize(10);
-  EXPECT_TRUE(limits.addReading(33554432 + 160));
-  EXPECT_FALSE(limits.addReading(1));
-  limits.begin(64);
-  EXPECT_TRUE(limits.addReading(1));
+TEST(DocumentLimits, TextObjectsAndReading) {
+  const struct {
+    bool (DocumentLimits::*add)(uint64_t);
+    uint64_t most;
+  } rows[] = {
+      {&DocumentLimits::addText, 8388608 + 40},
+      {&DocumentLimits::addObject, 16777216 + 500},
+      {&DocumentLimits::addReading, 33554432 + 160},
+  };
+  for (const auto& [add, most] : rows) {
+    DocumentLimits limits;
+    limits.begin(64);
+    limits.addSize(10);
+    EXPECT_TRUE((limits.*add)(most));
+    EXPECT_FALSE((limits.*add)(1));
+    limits.begin(64);
+    EXPECT_TRUE((limits.*add)(1));
+  }
 }
 
 // A document that would cost much, what a listing and a parse of it give, and where.
